@@ -1,0 +1,73 @@
+#pragma once
+
+#include "model/uuid.h"
+
+#include <array>
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kelmo {
+
+using Clock = std::chrono::system_clock;
+
+// What kind of source a file is, decided by its extension. Each case carries the
+// location it was decided from, which takes part in equality.
+struct ArtifactType {
+    enum class Kind { html, jsx, tsx };
+
+    Kind kind = Kind::html;
+    std::filesystem::path url;
+
+    bool operator==(const ArtifactType&) const = default;
+};
+
+// Extensions that folder scans and file drops accept (the open panel accepts anything).
+inline constexpr std::array<std::string_view, 4> supportedExtensions{"html", "htm", "jsx", "tsx"};
+
+// The extension after the last dot of the last path component, lower-cased; empty when none.
+std::string lowercaseExtension(const std::filesystem::path& url);
+
+// Whether the file's lower-cased extension is one of supportedExtensions.
+bool hasSupportedExtension(const std::filesystem::path& url);
+
+// "jsx" and "tsx" decide their kinds; every other extension, or none, is html.
+ArtifactType detectType(const std::filesystem::path& url);
+
+// One runnable file of the library. Records are never updated in place; equality
+// and hashing use the id alone, so code that needs "the same file" compares paths.
+struct Artifact {
+    Uuid id;
+    std::string name; // file name without its last extension
+    std::filesystem::path url; // absolute location, exactly as given
+    ArtifactType type;
+    Clock::time_point modifiedAt;
+
+    // Never fails: an unreadable or missing file takes the current time as its date.
+    static Artifact from(const std::filesystem::path& url);
+
+    // Builds a record when the modification time is already known (folder scans).
+    static Artifact make(const std::filesystem::path& url, Clock::time_point modifiedAt);
+
+    // The path string that favourites, recents and folder membership compare exactly.
+    const std::string& path() const { return url.native(); }
+
+    bool operator==(const Artifact& other) const { return id == other.id; }
+};
+
+// The file's content modification time, if it can be read.
+std::optional<Clock::time_point> contentModificationTime(const std::filesystem::path& url);
+
+// The display name: the last path component without its last extension.
+std::string nameWithoutExtension(const std::filesystem::path& url);
+
+} // namespace kelmo
+
+template <>
+struct std::hash<kelmo::Artifact> {
+    std::size_t operator()(const kelmo::Artifact& artifact) const noexcept {
+        return std::hash<kelmo::Uuid>{}(artifact.id);
+    }
+};

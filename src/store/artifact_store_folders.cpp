@@ -1,0 +1,203 @@
+// Saving and restoring watched folders, scanning them and following them on disk.
+
+#include "store/artifact_store.h"
+#include "store/folder_bookmark.h"
+#include "store/settings_keys.h"
+
+#include <giomm/file.h>
+
+#include <algorithm>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kelmo {
+namespace {
+
+struct DirectoryCloser {
+    void operator()(DIR* directory) const { ::closedir(directory); }
+};
+
+struct ListedFile {
+    std::string name;
+    std::optional<Clock::time_point> modifiedAt;
+};
+
+Clock::time_point toTimePoint(const struct timespec& time) {
+    const auto sinceEpoch = std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
+    return Clock::time_point{std::chrono::duration_cast<Clock::duration>(sinceEpoch)};
+}
+
+// The folder's non-hidden direct entries with a supported extension, in name order.
+// An unlistable folder gives an empty listing.
+std::vector<ListedFile> listSupportedFiles(const std::filesystem::path& folder) {
+    std::vector<ListedFile> files;
+    std::unique_ptr<DIR, DirectoryCloser> directory{::opendir(folder.c_str())};
+    if (!directory)
+        return files;
+    const int descriptor = ::dirfd(directory.get());
+    while (const dirent* entry = ::readdir(directory.get())) {
+        const std::string_view name{entry->d_name};
+        if (name.empty() || name.front() == '.' || !hasSupportedExtension(std::string{name}))
+            continue;
+        ListedFile file{std::string{name}, std::nullopt};
+        struct stat info {};
+        if (::fstatat(descriptor, entry->d_name, &info, 0) == 0)
+            file.modifiedAt = toTimePoint(info.st_mtim);
+        files.push_back(std::move(file));
+    }
+    std::sort(files.begin(), files.end(),
+              [](const ListedFile& a, const ListedFile& b) { return a.name < b.name; });
+    return files;
+}
+
+void sortNewestFirst(std::vector<Artifact>& artifacts) {
+    std::stable_sort(artifacts.begin(), artifacts.end(), [](const Artifact& a, const Artifact& b) {
+        return a.modifiedAt > b.modifiedAt;
+    });
+}
+
+bool rescansLibrary(Gio::FileMonitor::Event event) {
+    using Event = Gio::FileMonitor::Event;
+    // Entries appearing, disappearing or being renamed, and the folder itself
+    // going away. Content changes of existing files leave the listing alone.
+    switch (event) {
+    case Event::CREATED:
+    case Event::DELETED:
+    case Event::MOVED:
+    case Event::RENAMED:
+    case Event::MOVED_IN:
+    case Event::MOVED_OUT:
+    case Event::UNMOUNTED:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+void ArtifactStore::loadPersistedData() {
+    if (auto favorites = settings_.stringArray(settings_keys::favoritedPaths))
+        favoritedPaths_ = {favorites->begin(), favorites->end()};
+    if (auto recents = settings_.stringArray(settings_keys::recentPaths))
+        recentPaths_ = std::move(*recents);
+
+    const auto records = settings_.array(settings_keys::watchedFolderBookmarks);
+    if (!records)
+        return;
+    std::vector<std::map<std::string, Glib::VariantBase>> dictionaries;
+    for (const auto& record : *records) {
+        auto entries = dictionaryEntries(record);
+        if (!entries)
+            return; // one foreign element discards the whole list
+        dictionaries.push_back(std::move(*entries));
+    }
+
+    for (const auto& entries : dictionaries) {
+        const auto field = [&entries](const char* key) {
+            const auto found = entries.find(key);
+            return found == entries.end() ? Glib::VariantBase{} : found->second;
+        };
+        const auto idText = stringValue(field(settings_keys::folderId));
+        const auto id = idText ? Uuid::parse(*idText) : std::nullopt;
+        const auto name = stringValue(field(settings_keys::folderName));
+        const auto bookmark = bytesValue(field(settings_keys::folderBookmark));
+        if (!id || !name || !bookmark)
+            continue;
+        const auto url = folder_bookmark::resolve(*bookmark);
+        if (!url || !folder_bookmark::startAccessing(*url))
+            continue;
+        WatchedFolder folder{*id, *name, *url};
+        std::vector<WatchedFolder> folders = watchedFolders_;
+        folders.push_back(folder);
+        setWatchedFolders(std::move(folders));
+        loadArtifacts(folder);
+        startWatching(folder);
+    }
+
+    if (!watchedFolders_.empty())
+        persistBookmarks();
+}
+
+void ArtifactStore::persistBookmarks() {
+    std::vector<Glib::VariantBase> records;
+    for (const auto& folder : watchedFolders_) {
+        const auto bookmark = folder_bookmark::make(folder.url);
+        if (!bookmark)
+            continue;
+        records.push_back(makeDictionaryVariant({
+            {settings_keys::folderId, makeStringVariant(folder.id.toString())},
+            {settings_keys::folderName, makeStringVariant(folder.name)},
+            {settings_keys::folderBookmark, makeBytesVariant(*bookmark)},
+        }));
+    }
+    settings_.set(settings_keys::watchedFolderBookmarks, makeArrayVariant(records));
+}
+
+void ArtifactStore::loadArtifacts(const WatchedFolder& folder) {
+    const std::string prefix = folder.path() == "/" ? "/" : folder.path() + "/";
+    const auto now = Clock::now();
+    std::vector<Artifact> scanned;
+    for (const auto& file : listSupportedFiles(folder.url))
+        scanned.push_back(Artifact::make(prefix + file.name, file.modifiedAt.value_or(now)));
+    sortNewestFirst(scanned);
+
+    std::vector<Artifact> library;
+    library.reserve(allArtifacts_.size() + scanned.size());
+    for (const auto& artifact : allArtifacts_) {
+        if (!folder.contains(artifact))
+            library.push_back(artifact);
+    }
+    std::move(scanned.begin(), scanned.end(), std::back_inserter(library));
+    sortNewestFirst(library);
+    setAllArtifacts(std::move(library));
+
+    if (!selectedArtifact_ && !allArtifacts_.empty())
+        setSelectedArtifact(allArtifacts_.front());
+}
+
+void ArtifactStore::stopWatching(const Uuid& folderId) {
+    const auto found = monitorSources_.find(folderId);
+    if (found == monitorSources_.end())
+        return;
+    found->second.connection.disconnect();
+    found->second.monitor->cancel();
+}
+
+void ArtifactStore::startWatching(const WatchedFolder& folder) {
+    stopWatching(folder.id);
+    // Only a folder that can be opened now is watched; a failure leaves it unwatched, without retry.
+    const int descriptor = ::open(folder.url.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    ::close(descriptor);
+
+    Glib::RefPtr<Gio::FileMonitor> monitor;
+    try {
+        monitor = Gio::File::create_for_path(folder.url)
+                      ->monitor_directory(Gio::FileMonitorFlags::WATCH_MOVES);
+    } catch (const Glib::Error&) {
+        return;
+    }
+    const Uuid folderId = folder.id;
+    // The monitor belongs to the store and is cancelled before the store goes away,
+    // so the handler never outlives it.
+    auto connection = monitor->signal_changed().connect(
+        [this, folderId](const Glib::RefPtr<Gio::File>&, const Glib::RefPtr<Gio::File>&,
+                         Gio::FileMonitor::Event event) {
+            if (!rescansLibrary(event))
+                return;
+            const auto current =
+                std::find_if(watchedFolders_.begin(), watchedFolders_.end(),
+                             [&folderId](const WatchedFolder& f) { return f.id == folderId; });
+            if (current == watchedFolders_.end())
+                return;
+            const WatchedFolder currentFolder = *current; // observers may change the list
+            loadArtifacts(currentFolder);
+        });
+    monitorSources_.insert_or_assign(folder.id, FolderWatcher{monitor, connection});
+}
+
+} // namespace kelmo

@@ -1,0 +1,187 @@
+#include "store/settings_keys.h"
+#include "store_fixture.h"
+
+namespace kelmo {
+namespace {
+
+using std::chrono::hours;
+using testing::runMainLoopUntil;
+using testing::StoreTest;
+using testing::writeFile;
+
+class FolderScanningTest : public StoreTest {
+protected:
+    void SetUp() override { makeStore(); }
+
+    WatchedFolder watch(const std::filesystem::path& folder) {
+        std::filesystem::create_directories(folder);
+        store->addWatchedFolder();
+        panel->answer(folder);
+        return store->watchedFolders().back();
+    }
+
+    std::vector<std::string> libraryNames() const { return names(store->allArtifacts()); }
+};
+
+TEST_F(FolderScanningTest, ListsDirectSupportedVisibleFilesNewestFirst) {
+    const auto folder = root / "Projects";
+    writeFile(folder / "a.html", "", hours{1});
+    writeFile(folder / "b.jsx", "", hours{25});
+    writeFile(folder / ".hidden.html");
+    writeFile(folder / "notes.md");
+    writeFile(folder / "sub" / "c.tsx");
+    writeFile(folder / "PAGE.HTM", "", hours{50});
+    std::filesystem::create_directories(folder / "dir.jsx"); // kept: only the extension counts
+
+    const WatchedFolder watched = watch(folder);
+    EXPECT_EQ(watched.name, "Projects");
+    EXPECT_EQ(libraryNames(), (std::vector<std::string>{"dir", "a", "b", "PAGE"}));
+    EXPECT_EQ(store->selectedArtifact()->name, "dir") << "nothing selected: the newest is";
+    EXPECT_EQ(store->selectedSection(), SidebarItem::library()) << "adding does not switch";
+    EXPECT_EQ(store->watchedFolderURL(), folder);
+}
+
+TEST_F(FolderScanningTest, RescansReplaceRecordsAndResortTheWholeLibrary) {
+    const auto folder = root / "Projects";
+    writeFile(folder / "new.jsx", "", hours{1});
+    writeFile(folder / "older.jsx", "", hours{2});
+    writeFile(root / "ancient.html", "", hours{100});
+    writeFile(root / "fresh.html");
+    store->addArtifact(root / "ancient.html");
+    store->addArtifact(root / "fresh.html");
+    EXPECT_EQ(libraryNames(), (std::vector<std::string>{"fresh", "ancient"}));
+
+    watch(folder);
+    EXPECT_EQ(libraryNames(), (std::vector<std::string>{"fresh", "new", "older", "ancient"}));
+    const auto firstIds = store->artifacts();
+
+    writeFile(folder / "x.txt"); // an entry appears: one rescan, same files, new ids
+    ASSERT_TRUE(runMainLoopUntil([&] { return store->allArtifacts()[1].id != firstIds[1].id; }));
+    EXPECT_EQ(libraryNames(), (std::vector<std::string>{"fresh", "new", "older", "ancient"}));
+    EXPECT_EQ(store->allArtifacts()[0].id, firstIds[0].id) << "files outside the folder keep ids";
+}
+
+TEST_F(FolderScanningTest, AFolderIsWatchedOnceAndSavedOnce) {
+    const auto folder = root / "Projects";
+    watch(folder);
+    const auto saved = savedSettings().array(settings_keys::watchedFolderBookmarks)->size();
+    std::filesystem::remove(settingsFile());
+
+    store->addWatchedFolder();
+    panel->answer(root.path() / "Projects/"); // trailing slash names the same folder
+    EXPECT_EQ(store->watchedFolders().size(), 1u);
+    EXPECT_FALSE(std::filesystem::exists(settingsFile())) << "nothing is saved";
+    EXPECT_EQ(saved, 1u);
+
+    store->addWatchedFolder();
+    panel->answer(std::nullopt);
+    EXPECT_EQ(store->watchedFolders().size(), 1u);
+}
+
+TEST_F(FolderScanningTest, RemovingAFolderDropsItsFilesAndItsSection) {
+    const auto projects = root / "Projects";
+    const auto other = root / "Other";
+    writeFile(projects / "a.jsx");
+    writeFile(other / "b.jsx");
+    const WatchedFolder first = watch(projects);
+    const WatchedFolder second = watch(other);
+    const auto selected = store->selectedArtifact();
+
+    store->setSelectedSection(SidebarItem::folder(second.id));
+    store->removeFolder(first);
+    EXPECT_EQ(store->selectedSection(), SidebarItem::folder(second.id));
+    EXPECT_EQ(libraryNames(), std::vector<std::string>{"b"});
+    EXPECT_EQ(store->selectedArtifact()->id, selected->id) << "the selection stays";
+    EXPECT_FALSE(store->isWatching(first));
+
+    store->removeFolder(second);
+    EXPECT_EQ(store->selectedSection(), SidebarItem::library());
+    EXPECT_TRUE(store->allArtifacts().empty());
+    EXPECT_EQ(savedSettings().array(settings_keys::watchedFolderBookmarks)->size(), 0u);
+}
+
+TEST_F(FolderScanningTest, FolderSectionShowsOnlyItsDirectFilesInLibraryOrder) {
+    const auto folder = root / "Projects";
+    writeFile(folder / "a.jsx", "", hours{3});
+    writeFile(folder / "b.jsx", "", hours{1});
+    writeFile(root / "c.jsx", "", hours{2});
+    const WatchedFolder watched = watch(folder);
+    store->addArtifact(root / "c.jsx");
+    writeFile(folder / "hand.jsx", "", hours{9});
+    store->addArtifact(folder / "hand.jsx"); // added by hand but lies in the folder
+
+    store->setSelectedSection(SidebarItem::folder(watched.id));
+    EXPECT_EQ(names(store->artifacts()), (std::vector<std::string>{"hand", "b", "a"}));
+}
+
+TEST_F(FolderScanningTest, WatchingFollowsCreatesDeletesAndRenames) {
+    const auto folder = root / "Watched";
+    writeFile(folder / "first.jsx", "", hours{1});
+    watch(folder);
+    ASSERT_EQ(libraryNames(), std::vector<std::string>{"first"});
+
+    writeFile(folder / "second.html");
+    ASSERT_TRUE(runMainLoopUntil([&] { return store->allArtifacts().size() == 2; }));
+    EXPECT_EQ(libraryNames(), (std::vector<std::string>{"second", "first"}));
+
+    std::filesystem::rename(folder / "second.html", folder / "renamed.tsx");
+    ASSERT_TRUE(runMainLoopUntil([&] { return libraryNames().front() == "renamed"; }));
+    EXPECT_EQ(store->allArtifacts().front().type.kind, ArtifactType::Kind::tsx);
+
+    std::filesystem::remove(folder / "first.jsx");
+    ASSERT_TRUE(runMainLoopUntil([&] { return store->allArtifacts().size() == 1; }));
+    EXPECT_EQ(libraryNames(), std::vector<std::string>{"renamed"});
+}
+
+TEST_F(FolderScanningTest, ContentChangesInPlaceCauseNoRescan) {
+    const auto folder = root / "Watched";
+    writeFile(folder / "page.html", "one");
+    watch(folder);
+    int rescans = 0;
+    Uuid lastId = store->allArtifacts().front().id;
+    store->signalChanged().connect([&] {
+        if (!store->allArtifacts().empty() && store->allArtifacts().front().id != lastId) {
+            lastId = store->allArtifacts().front().id;
+            ++rescans;
+        }
+    });
+
+    writeFile(folder / "page.html", "two"); // in place: the folder's entries stay as they were
+    writeFile(folder / "marker.txt");       // an entry appears after it: one rescan
+    ASSERT_TRUE(runMainLoopUntil([&] { return rescans > 0; }));
+    testing::drainMainLoop();
+    EXPECT_EQ(rescans, 1);
+}
+
+TEST_F(FolderScanningTest, ClearedSelectionIsRefilledByTheNextRescan) {
+    const auto folder = root / "Watched";
+    writeFile(folder / "a.jsx");
+    watch(folder);
+    store->setSelectedArtifact(std::nullopt);
+    writeFile(folder / "b.jsx", "", hours{5});
+    ASSERT_TRUE(runMainLoopUntil([&] { return store->selectedArtifact().has_value(); }));
+    EXPECT_EQ(store->selectedArtifact()->name, "a");
+}
+
+TEST_F(FolderScanningTest, DeletingOrRenamingTheFolderEmptiesItButKeepsItListed) {
+    for (const bool rename : {false, true}) {
+        makeStore();
+        const auto folder = root / (rename ? "Moving" : "Doomed");
+        writeFile(folder / "a.jsx");
+        writeFile(folder / "b.jsx");
+        watch(folder);
+        ASSERT_EQ(store->allArtifacts().size(), 2u);
+
+        if (rename)
+            std::filesystem::rename(folder, root / "Moved");
+        else
+            std::filesystem::remove_all(folder);
+        ASSERT_TRUE(runMainLoopUntil([&] { return store->allArtifacts().empty(); }))
+            << (rename ? "rename" : "delete");
+        EXPECT_EQ(store->watchedFolders().size(), 1u);
+        store->clearWatchedFolder();
+    }
+}
+
+} // namespace
+} // namespace kelmo

@@ -1,0 +1,80 @@
+#include "test_support.h"
+
+#include <glib.h>
+#include <glibmm/main.h>
+
+#include <fcntl.h>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <sys/stat.h>
+
+namespace kelmo::testing {
+
+TemporaryDirectory::TemporaryDirectory() {
+    GError* error = nullptr;
+    gchar* created = g_dir_make_tmp("kelmo-test-XXXXXX", &error);
+    if (!created) {
+        std::string message = error->message;
+        g_error_free(error);
+        throw std::runtime_error(message);
+    }
+    path_ = created;
+    g_free(created);
+}
+
+TemporaryDirectory::~TemporaryDirectory() {
+    std::error_code ignored;
+    // Restore permissions that a test may have taken away, so everything can go.
+    std::filesystem::permissions(path_, std::filesystem::perms::owner_all,
+                                 std::filesystem::perm_options::add, ignored);
+    std::filesystem::remove_all(path_, ignored);
+}
+
+void writeFile(const std::filesystem::path& path, std::string_view content,
+               std::optional<std::chrono::seconds> age) {
+    std::filesystem::create_directories(path.parent_path());
+    {
+        std::ofstream out{path, std::ios::binary | std::ios::trunc};
+        out.write(content.data(), static_cast<std::streamsize>(content.size()));
+    }
+    if (age) {
+        const auto when = std::chrono::system_clock::now() - *age;
+        const auto since = when.time_since_epoch();
+        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(since);
+        const auto nanos = std::chrono::duration_cast<std::chrono::nanoseconds>(since - seconds);
+        const struct timespec times[2] = {{seconds.count(), nanos.count()},
+                                          {seconds.count(), nanos.count()}};
+        ::utimensat(AT_FDCWD, path.c_str(), times, 0);
+    }
+}
+
+std::string readFile(const std::filesystem::path& path) {
+    std::ifstream in{path, std::ios::binary};
+    std::ostringstream content;
+    content << in.rdbuf();
+    return content.str();
+}
+
+bool runMainLoopUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout) {
+    auto context = Glib::MainContext::get_default();
+    bool expired = false;
+    auto deadline = Glib::signal_timeout().connect(
+        [&expired] {
+            expired = true;
+            return false;
+        },
+        static_cast<unsigned>(timeout.count()));
+    while (!condition() && !expired)
+        context->iteration(true);
+    deadline.disconnect();
+    return condition();
+}
+
+void drainMainLoop() {
+    auto context = Glib::MainContext::get_default();
+    while (context->pending())
+        context->iteration(false);
+}
+
+} // namespace kelmo::testing
