@@ -5,10 +5,9 @@
 #include "store/artifact_store.h"
 
 #include <benchmark/benchmark.h>
+#include <fstream>
 #include <giomm/init.h>
 #include <glib.h>
-
-#include <fstream>
 
 namespace {
 
@@ -17,9 +16,7 @@ constexpr int filesPerFolder = 10'000;
 class FixedPanel : public kelmo::OpenPanel {
 public:
     std::filesystem::path answer;
-    void run(const kelmo::OpenPanelRequest&, Completion completion) override {
-        completion(answer);
-    }
+    void run(const kelmo::OpenPanelRequest&, Completion completion) override { completion(answer); }
 };
 
 void fillFolder(const std::filesystem::path& folder) {

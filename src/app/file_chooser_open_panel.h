@@ -2,11 +2,10 @@
 
 #include "store/open_panel.h"
 
-#include <gtkmm/filechoosernative.h>
-#include <gtkmm/dialog.h>
-#include <gtkmm/window.h>
-
 #include <functional>
+#include <gtkmm/dialog.h>
+#include <gtkmm/filechoosernative.h>
+#include <gtkmm/window.h>
 
 namespace kelmo {
 

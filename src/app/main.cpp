@@ -3,7 +3,6 @@
 
 #include <gtkmm/application.h>
 #include <gtkmm/applicationwindow.h>
-
 #include <memory>
 
 int main(int argc, char* argv[]) {

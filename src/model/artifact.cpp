@@ -51,8 +51,8 @@ std::optional<Clock::time_point> contentModificationTime(const std::filesystem::
     struct stat info {};
     if (::stat(url.c_str(), &info) != 0)
         return std::nullopt;
-    const auto sinceEpoch = std::chrono::seconds{info.st_mtim.tv_sec} +
-                            std::chrono::nanoseconds{info.st_mtim.tv_nsec};
+    const auto sinceEpoch =
+        std::chrono::seconds{info.st_mtim.tv_sec} + std::chrono::nanoseconds{info.st_mtim.tv_nsec};
     return Clock::time_point{std::chrono::duration_cast<Clock::duration>(sinceEpoch)};
 }
 

@@ -40,7 +40,7 @@ ArtifactType detectType(const std::filesystem::path& url);
 // and hashing use the id alone, so code that needs "the same file" compares paths.
 struct Artifact {
     Uuid id;
-    std::string name; // file name without its last extension
+    std::string name;          // file name without its last extension
     std::filesystem::path url; // absolute location, exactly as given
     ArtifactType type;
     Clock::time_point modifiedAt;

@@ -2,10 +2,9 @@
 
 #include "store/settings_keys.h"
 
+#include <algorithm>
 #include <giomm/init.h>
 #include <glib.h>
-
-#include <algorithm>
 #include <unistd.h>
 
 namespace kelmo {

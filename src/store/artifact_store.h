@@ -7,13 +7,12 @@
 #include "store/open_panel.h"
 #include "store/settings_store.h"
 
-#include <giomm/filemonitor.h>
-#include <sigc++/signal.h>
-
 #include <filesystem>
 #include <functional>
+#include <giomm/filemonitor.h>
 #include <memory>
 #include <optional>
+#include <sigc++/signal.h>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>

@@ -4,11 +4,10 @@
 #include "store/folder_bookmark.h"
 #include "store/settings_keys.h"
 
-#include <giomm/file.h>
-
 #include <algorithm>
 #include <dirent.h>
 #include <fcntl.h>
+#include <giomm/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -25,7 +24,8 @@ struct ListedFile {
 };
 
 Clock::time_point toTimePoint(const struct timespec& time) {
-    const auto sinceEpoch = std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
+    const auto sinceEpoch =
+        std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
     return Clock::time_point{std::chrono::duration_cast<Clock::duration>(sinceEpoch)};
 }
 
@@ -168,7 +168,8 @@ void ArtifactStore::stopWatching(const Uuid& folderId) {
 
 void ArtifactStore::startWatching(const WatchedFolder& folder) {
     stopWatching(folder.id);
-    // Only a folder that can be opened now is watched; a failure leaves it unwatched, without retry.
+    // Only a folder that can be opened now is watched; a failure leaves it unwatched, without
+    // retry.
     const int descriptor = ::open(folder.url.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0)
         return;

@@ -1,7 +1,6 @@
 #include "store/notification_center.h"
 
 #include <glibmm/main.h>
-
 #include <map>
 #include <vector>
 
@@ -32,7 +31,9 @@ NotificationCenter::ObserverId NotificationCenter::addObserver(std::string name,
     return id;
 }
 
-void NotificationCenter::removeObserver(ObserverId id) { state_->observers.erase(id); }
+void NotificationCenter::removeObserver(ObserverId id) {
+    state_->observers.erase(id);
+}
 
 void NotificationCenter::post(const std::string& name) {
     std::vector<ObserverId> recipients;

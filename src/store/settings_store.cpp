@@ -1,10 +1,9 @@
 #include "store/settings_store.h"
 
-#include <glib.h>
-#include <glib/gstdio.h>
-
 #include <cstring>
 #include <ctime>
+#include <glib.h>
+#include <glib/gstdio.h>
 #include <memory>
 
 namespace kelmo {
@@ -20,9 +19,13 @@ using GCharPtr = std::unique_ptr<gchar, GFreeDeleter>;
 using GErrorPtr = std::unique_ptr<GError, GErrorDeleter>;
 
 // GVariants are immutable, so handing glibmm's const pointer to the C API is safe.
-GVariant* raw(const Glib::VariantBase& value) { return const_cast<GVariant*>(value.gobj()); }
+GVariant* raw(const Glib::VariantBase& value) {
+    return const_cast<GVariant*>(value.gobj());
+}
 
-Glib::VariantBase wrap(GVariant* variant) { return Glib::VariantBase{variant}; }
+Glib::VariantBase wrap(GVariant* variant) {
+    return Glib::VariantBase{variant};
+}
 
 Glib::VariantBase unboxed(const Glib::VariantBase& value) {
     if (value && g_variant_is_of_type(raw(value), G_VARIANT_TYPE_VARIANT))
@@ -41,7 +44,9 @@ std::string corruptCopyName(const std::filesystem::path& file) {
 
 } // namespace
 
-SettingsStore::SettingsStore(std::filesystem::path file) : file_{std::move(file)} { load(); }
+SettingsStore::SettingsStore(std::filesystem::path file) : file_{std::move(file)} {
+    load();
+}
 
 std::filesystem::path SettingsStore::defaultFile() {
     return std::filesystem::path{g_get_user_config_dir()} / "kelmo" / "settings";

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <glibmm/variant.h>
-
 #include <filesystem>
+#include <glibmm/variant.h>
 #include <map>
 #include <optional>
 #include <string>

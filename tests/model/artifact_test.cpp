@@ -2,7 +2,6 @@
 #include "test_support.h"
 
 #include <gtest/gtest.h>
-
 #include <unordered_set>
 
 namespace kelmo {

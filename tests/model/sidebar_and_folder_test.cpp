@@ -2,7 +2,6 @@
 #include "model/watched_folder.h"
 
 #include <gtest/gtest.h>
-
 #include <unordered_set>
 
 namespace kelmo {

@@ -66,9 +66,8 @@ TEST_F(ArtifactStoreTest, RecentsKeepTheTwentyNewestAndMoveRepeatsToTheFront) {
     store->markRecent(added[10]);
     EXPECT_EQ(store->recentPaths().size(), 20u);
     EXPECT_EQ(store->recentPaths().front(), added[10].path());
-    EXPECT_EQ(std::count(store->recentPaths().begin(), store->recentPaths().end(),
-                         added[10].path()),
-              1);
+    EXPECT_EQ(
+        std::count(store->recentPaths().begin(), store->recentPaths().end(), added[10].path()), 1);
     EXPECT_EQ(savedSettings().stringArray(settings_keys::recentPaths), store->recentPaths());
 }
 

@@ -56,7 +56,7 @@ TEST(SettingsStore, ValuesSurviveARestartInReadableText) {
 
 TEST(SettingsStore, UnparsableFileIsMovedAsideNotLost) {
     for (const std::string& content : {std::string{"{'recentPaths': <['/a'"},
-                                      std::string{"\xff\xfe not text"}, std::string{"[1, 2]"}}) {
+                                       std::string{"\xff\xfe not text"}, std::string{"[1, 2]"}}) {
         TemporaryDirectory dir;
         const auto file = dir / "settings";
         writeFile(file, content);
@@ -94,8 +94,8 @@ TEST(SettingsStore, BoolReadsLooselyAndDefaultsToFalse) {
     TemporaryDirectory dir;
     SettingsStore settings{dir / "settings"};
     const std::pair<const char*, bool> cases[] = {
-        {"true", true},  {"false", false},    {"1", true},        {"0", false},
-        {"2.5", true},   {"'YES'", true},     {"'no'", false},    {"['x']", false},
+        {"true", true},   {"false", false},   {"1", true},        {"0", false},
+        {"2.5", true},    {"'YES'", true},    {"'no'", false},    {"['x']", false},
         {"<true>", true}, {"int64 0", false}, {"'maybe'", false},
     };
     for (const auto& [text, expected] : cases) {
@@ -106,8 +106,8 @@ TEST(SettingsStore, BoolReadsLooselyAndDefaultsToFalse) {
 }
 
 TEST(SettingsVariants, DictionaryAndArrayHelpersRoundTrip) {
-    const auto record = makeDictionaryVariant({{"id", makeStringVariant("X")},
-                                               {"bookmark", makeBytesVariant({1, 2})}});
+    const auto record = makeDictionaryVariant(
+        {{"id", makeStringVariant("X")}, {"bookmark", makeBytesVariant({1, 2})}});
     const auto entries = dictionaryEntries(record);
     ASSERT_TRUE(entries);
     EXPECT_EQ(stringValue(entries->at("id")), "X");

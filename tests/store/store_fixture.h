@@ -3,9 +3,8 @@
 #include "store/artifact_store.h"
 #include "test_support.h"
 
-#include <gtest/gtest.h>
-
 #include <deque>
+#include <gtest/gtest.h>
 #include <memory>
 
 namespace kelmo::testing {

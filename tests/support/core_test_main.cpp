@@ -1,12 +1,11 @@
 // Test entry for the core: points every XDG directory at a throw-away folder before
 // GLib reads them, so no test can touch the real user's settings or Downloads.
 
+#include <cstdlib>
+#include <filesystem>
 #include <giomm/init.h>
 #include <glib.h>
 #include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 
 int main(int argc, char** argv) {

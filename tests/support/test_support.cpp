@@ -1,10 +1,9 @@
 #include "test_support.h"
 
-#include <glib.h>
-#include <glibmm/main.h>
-
 #include <fcntl.h>
 #include <fstream>
+#include <glib.h>
+#include <glibmm/main.h>
 #include <sstream>
 #include <stdexcept>
 #include <sys/stat.h>
