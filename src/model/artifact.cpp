@@ -1,38 +1,44 @@
 #include "model/artifact.h"
 
 #include <algorithm>
+#include <glib.h>
 #include <sys/stat.h>
 
 namespace kelmo {
 namespace {
 
-std::string_view lastComponent(const std::string& path) {
+std::string_view lastComponent(std::string_view path) {
     const auto slash = path.find_last_of('/');
-    return slash == std::string::npos ? std::string_view{path}
-                                      : std::string_view{path}.substr(slash + 1);
+    return slash == std::string_view::npos ? path : path.substr(slash + 1);
+}
+
+// The text after the last dot of the last component, case unchanged.
+std::string_view rawExtension(std::string_view path) {
+    const std::string_view component = lastComponent(path);
+    const auto dot = component.find_last_of('.');
+    return dot == std::string_view::npos ? std::string_view{} : component.substr(dot + 1);
 }
 
 } // namespace
 
-std::string lowercaseExtension(const std::filesystem::path& url) {
-    const std::string_view component = lastComponent(url.native());
-    const auto dot = component.find_last_of('.');
-    if (dot == std::string_view::npos)
-        return {};
-    std::string extension{component.substr(dot + 1)};
-    std::transform(extension.begin(), extension.end(), extension.begin(), [](unsigned char c) {
-        return static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-    });
+std::string lowercaseExtension(const std::string& url) {
+    std::string extension{rawExtension(url)};
+    for (char& c : extension)
+        c = g_ascii_tolower(c);
     return extension;
 }
 
-bool hasSupportedExtension(const std::filesystem::path& url) {
-    const std::string extension = lowercaseExtension(url);
-    return std::find(supportedExtensions.begin(), supportedExtensions.end(), extension) !=
-           supportedExtensions.end();
+bool hasSupportedExtension(std::string_view fileNameOrPath) {
+    const std::string_view extension = rawExtension(fileNameOrPath);
+    return std::any_of(supportedExtensions.begin(), supportedExtensions.end(),
+                       [&extension](std::string_view supported) {
+                           return extension.size() == supported.size() &&
+                                  g_ascii_strncasecmp(extension.data(), supported.data(),
+                                                      supported.size()) == 0;
+                       });
 }
 
-ArtifactType detectType(const std::filesystem::path& url) {
+ArtifactType detectType(const std::string& url) {
     const std::string extension = lowercaseExtension(url);
     if (extension == "jsx")
         return {ArtifactType::Kind::jsx, url};
@@ -41,13 +47,13 @@ ArtifactType detectType(const std::filesystem::path& url) {
     return {ArtifactType::Kind::html, url};
 }
 
-std::string nameWithoutExtension(const std::filesystem::path& url) {
-    const std::string_view component = lastComponent(url.native());
+std::string nameWithoutExtension(const std::string& url) {
+    const std::string_view component = lastComponent(url);
     const auto dot = component.find_last_of('.');
     return std::string{dot == std::string_view::npos ? component : component.substr(0, dot)};
 }
 
-std::optional<Clock::time_point> contentModificationTime(const std::filesystem::path& url) {
+std::optional<Clock::time_point> contentModificationTime(const std::string& url) {
     struct stat info {};
     if (::stat(url.c_str(), &info) != 0)
         return std::nullopt;
@@ -56,11 +62,11 @@ std::optional<Clock::time_point> contentModificationTime(const std::filesystem::
     return Clock::time_point{std::chrono::duration_cast<Clock::duration>(sinceEpoch)};
 }
 
-Artifact Artifact::make(const std::filesystem::path& url, Clock::time_point modifiedAt) {
+Artifact Artifact::make(const std::string& url, Clock::time_point modifiedAt) {
     return Artifact{Uuid::random(), nameWithoutExtension(url), url, detectType(url), modifiedAt};
 }
 
-Artifact Artifact::from(const std::filesystem::path& url) {
+Artifact Artifact::from(const std::string& url) {
     return make(url, contentModificationTime(url).value_or(Clock::now()));
 }
 

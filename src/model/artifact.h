@@ -19,7 +19,7 @@ struct ArtifactType {
     enum class Kind { html, jsx, tsx };
 
     Kind kind = Kind::html;
-    std::filesystem::path url;
+    std::string url;
 
     bool operator==(const ArtifactType&) const = default;
 };
@@ -28,40 +28,40 @@ struct ArtifactType {
 inline constexpr std::array<std::string_view, 4> supportedExtensions{"html", "htm", "jsx", "tsx"};
 
 // The extension after the last dot of the last path component, lower-cased; empty when none.
-std::string lowercaseExtension(const std::filesystem::path& url);
+std::string lowercaseExtension(const std::string& url);
 
 // Whether the file's lower-cased extension is one of supportedExtensions.
-bool hasSupportedExtension(const std::filesystem::path& url);
+bool hasSupportedExtension(std::string_view fileNameOrPath);
 
 // "jsx" and "tsx" decide their kinds; every other extension, or none, is html.
-ArtifactType detectType(const std::filesystem::path& url);
+ArtifactType detectType(const std::string& url);
 
 // One runnable file of the library. Records are never updated in place; equality
 // and hashing use the id alone, so code that needs "the same file" compares paths.
 struct Artifact {
     Uuid id;
     std::string name;          // file name without its last extension
-    std::filesystem::path url; // absolute location, exactly as given
+    std::string url; // absolute location, exactly as given
     ArtifactType type;
     Clock::time_point modifiedAt;
 
     // Never fails: an unreadable or missing file takes the current time as its date.
-    static Artifact from(const std::filesystem::path& url);
+    static Artifact from(const std::string& url);
 
     // Builds a record when the modification time is already known (folder scans).
-    static Artifact make(const std::filesystem::path& url, Clock::time_point modifiedAt);
+    static Artifact make(const std::string& url, Clock::time_point modifiedAt);
 
     // The path string that favourites, recents and folder membership compare exactly.
-    const std::string& path() const { return url.native(); }
+    const std::string& path() const { return url; }
 
     bool operator==(const Artifact& other) const { return id == other.id; }
 };
 
 // The file's content modification time, if it can be read.
-std::optional<Clock::time_point> contentModificationTime(const std::filesystem::path& url);
+std::optional<Clock::time_point> contentModificationTime(const std::string& url);
 
 // The display name: the last path component without its last extension.
-std::string nameWithoutExtension(const std::filesystem::path& url);
+std::string nameWithoutExtension(const std::string& url);
 
 } // namespace kelmo
 

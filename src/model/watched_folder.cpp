@@ -2,8 +2,8 @@
 
 namespace kelmo {
 
-std::string containingDirectoryPath(const std::filesystem::path& url) {
-    const std::string& path = url.native();
+std::string containingDirectoryPath(const std::string& url) {
+    const std::string& path = url;
     const auto slash = path.find_last_of('/');
     if (slash == std::string::npos)
         return {};
@@ -12,8 +12,7 @@ std::string containingDirectoryPath(const std::filesystem::path& url) {
     return path.substr(0, slash);
 }
 
-std::filesystem::path withoutTrailingSlash(std::filesystem::path url) {
-    std::string path = url.native();
+std::string withoutTrailingSlash(std::string path) {
     while (path.size() > 1 && path.back() == '/')
         path.pop_back();
     return path;

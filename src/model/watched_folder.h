@@ -13,9 +13,9 @@ namespace kelmo {
 struct WatchedFolder {
     Uuid id;
     std::string name;
-    std::filesystem::path url;
+    std::string url;
 
-    const std::string& path() const { return url.native(); }
+    const std::string& path() const { return url; }
 
     // A file belongs to the folder when its containing directory's path is exactly
     // the folder's path: direct children only, compared as plain strings.
@@ -25,11 +25,11 @@ struct WatchedFolder {
 };
 
 // The path of the directory that holds the file (the location minus its last component).
-std::string containingDirectoryPath(const std::filesystem::path& url);
+std::string containingDirectoryPath(const std::string& url);
 
 // An absolute path without trailing slashes (the root stays "/"), the form in
 // which every location is kept and compared.
-std::filesystem::path withoutTrailingSlash(std::filesystem::path url);
+std::string withoutTrailingSlash(std::string path);
 
 } // namespace kelmo
 

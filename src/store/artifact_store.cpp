@@ -181,10 +181,11 @@ void ArtifactStore::addArtifact(const std::filesystem::path& url) {
 }
 
 void ArtifactStore::removeArtifact(const Artifact& artifact) {
+    const Uuid id = artifact.id; // the argument may live in the list being replaced
     std::vector<Artifact> remaining = allArtifacts_;
-    std::erase_if(remaining, [&artifact](const Artifact& a) { return a.id == artifact.id; });
+    std::erase_if(remaining, [&id](const Artifact& a) { return a.id == id; });
     setAllArtifacts(std::move(remaining));
-    if (selectedArtifact_ && selectedArtifact_->id == artifact.id)
+    if (selectedArtifact_ && selectedArtifact_->id == id)
         setSelectedArtifact(std::nullopt);
 }
 
@@ -253,7 +254,8 @@ void ArtifactStore::tryLoadDownloadsFolder() {
     addFolderInternal(*downloads);
 }
 
-void ArtifactStore::removeFolder(const WatchedFolder& folder) {
+void ArtifactStore::removeFolder(const WatchedFolder& removed) {
+    const WatchedFolder folder = removed; // the argument may live in the list being replaced
     stopWatching(folder.id);
     monitorSources_.erase(folder.id);
 

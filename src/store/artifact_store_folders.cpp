@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <giomm/file.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace kelmo {
@@ -29,24 +30,44 @@ Clock::time_point toTimePoint(const struct timespec& time) {
     return Clock::time_point{std::chrono::duration_cast<Clock::duration>(sinceEpoch)};
 }
 
+// Reads the modification times of the named entries. Large folders are split
+// across a few threads: the stat calls dominate a scan and are independent.
+void readModificationTimes(int directory, std::vector<ListedFile>& files) {
+    const auto statRange = [directory, &files](std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i) {
+            struct stat info {};
+            if (::fstatat(directory, files[i].name.c_str(), &info, 0) == 0)
+                files[i].modifiedAt = toTimePoint(info.st_mtim);
+        }
+    };
+    constexpr std::size_t filesPerThread = 2048;
+    const std::size_t threadCount = std::min<std::size_t>(
+        {std::max(1u, std::thread::hardware_concurrency()), 4, files.size() / filesPerThread + 1});
+    if (threadCount <= 1) {
+        statRange(0, files.size());
+        return;
+    }
+    std::vector<std::jthread> helpers;
+    const std::size_t slice = (files.size() + threadCount - 1) / threadCount;
+    for (std::size_t t = 1; t < threadCount; ++t)
+        helpers.emplace_back(statRange, t * slice, std::min(files.size(), (t + 1) * slice));
+    statRange(0, std::min(files.size(), slice));
+}
+
 // The folder's non-hidden direct entries with a supported extension, in name order.
 // An unlistable folder gives an empty listing.
-std::vector<ListedFile> listSupportedFiles(const std::filesystem::path& folder) {
+std::vector<ListedFile> listSupportedFiles(const std::string& folder) {
     std::vector<ListedFile> files;
     std::unique_ptr<DIR, DirectoryCloser> directory{::opendir(folder.c_str())};
     if (!directory)
         return files;
-    const int descriptor = ::dirfd(directory.get());
     while (const dirent* entry = ::readdir(directory.get())) {
         const std::string_view name{entry->d_name};
-        if (name.empty() || name.front() == '.' || !hasSupportedExtension(std::string{name}))
+        if (name.empty() || name.front() == '.' || !hasSupportedExtension(name))
             continue;
-        ListedFile file{std::string{name}, std::nullopt};
-        struct stat info {};
-        if (::fstatat(descriptor, entry->d_name, &info, 0) == 0)
-            file.modifiedAt = toTimePoint(info.st_mtim);
-        files.push_back(std::move(file));
+        files.push_back(ListedFile{std::string{name}, std::nullopt});
     }
+    readModificationTimes(::dirfd(directory.get()), files);
     std::sort(files.begin(), files.end(),
               [](const ListedFile& a, const ListedFile& b) { return a.name < b.name; });
     return files;
@@ -144,11 +165,12 @@ void ArtifactStore::loadArtifacts(const WatchedFolder& folder) {
         scanned.push_back(Artifact::make(prefix + file.name, file.modifiedAt.value_or(now)));
     sortNewestFirst(scanned);
 
+    // The old list is replaced below, so its records can be moved rather than copied.
     std::vector<Artifact> library;
     library.reserve(allArtifacts_.size() + scanned.size());
-    for (const auto& artifact : allArtifacts_) {
+    for (auto& artifact : allArtifacts_) {
         if (!folder.contains(artifact))
-            library.push_back(artifact);
+            library.push_back(std::move(artifact));
     }
     std::move(scanned.begin(), scanned.end(), std::back_inserter(library));
     sortNewestFirst(library);

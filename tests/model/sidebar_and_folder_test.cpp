@@ -64,8 +64,8 @@ TEST(WatchedFolder, HoldsOnlyItsDirectChildren) {
 TEST(Paths, ContainingDirectoryAndTrailingSlashes) {
     EXPECT_EQ(containingDirectoryPath("/a/b/c.jsx"), "/a/b");
     EXPECT_EQ(containingDirectoryPath("/c.jsx"), "/");
-    EXPECT_EQ(withoutTrailingSlash("/a/b//").native(), "/a/b");
-    EXPECT_EQ(withoutTrailingSlash("/").native(), "/");
+    EXPECT_EQ(withoutTrailingSlash("/a/b//"), "/a/b");
+    EXPECT_EQ(withoutTrailingSlash("/"), "/");
 }
 
 } // namespace

@@ -124,9 +124,10 @@ TEST_F(ArtifactStoreTest, SectionsFilterTheLibraryInItsOwnOrder) {
 }
 
 TEST_F(ArtifactStoreTest, RemovingClearsTheSelectionOnlyForTheSelectedRecord) {
-    const Artifact a = add("a.jsx");
+    add("a.jsx");
     const Artifact b = add("b.jsx");
-    store->removeArtifact(a);
+    store->removeArtifact(store->allArtifacts().back()); // a reference into the store's own list
+    EXPECT_EQ(names(store->allArtifacts()), std::vector<std::string>{"b"});
     EXPECT_EQ(store->selectedArtifact()->id, b.id);
     store->removeArtifact(b);
     EXPECT_FALSE(store->selectedArtifact());
