@@ -40,8 +40,8 @@ ArtifactType detectType(const std::string& url);
 // and hashing use the id alone, so code that needs "the same file" compares paths.
 struct Artifact {
     Uuid id;
-    std::string name;          // file name without its last extension
-    std::string url; // absolute location, exactly as given
+    std::string name; // file name without its last extension
+    std::string url;  // absolute location, exactly as given
     ArtifactType type;
     Clock::time_point modifiedAt;
 
