@@ -1,0 +1,421 @@
+// Kelmo player: compiles the artifact's JSX or TSX source with Babel and renders
+// it with React 18. The page's progress is on the root element's
+// data-kelmo-state: "compiling", then "rendered" or "error".
+//
+// Loaded before everything else on the page, so that console calls and errors of
+// every later script are forwarded to the application ("jsConsole" channel, one
+// {level, message} object per call).
+(function () {
+  "use strict";
+
+  const PLAYER_URL = "artifact://player/";
+  const MAX_SHOWN_ERRORS = 5;
+
+  function setState(state) {
+    document.documentElement.dataset.kelmoState = state;
+  }
+  setState("compiling");
+
+  // ---- Console forwarding ------------------------------------------------------
+
+  function postToApplication(level, message) {
+    try {
+      const handlers = window.webkit && window.webkit.messageHandlers;
+      if (handlers && handlers.jsConsole)
+        handlers.jsConsole.postMessage({ level, message });
+    } catch (ignored) {
+      // Without the application there is nobody to tell.
+    }
+  }
+
+  function errorText(error) {
+    const name = error.name || "Error";
+    return error.message ? `${name}: ${error.message}` : name;
+  }
+
+  // One argument as a browser console shows it: strings as they are, errors with
+  // their message, elements as markup, other objects as JSON where possible.
+  function describe(value) {
+    if (typeof value === "string")
+      return value;
+    if (value instanceof Error)
+      return errorText(value);
+    if (typeof value === "bigint")
+      return `${value}n`;
+    if (value === null || typeof value !== "object")
+      return String(value);
+    if (typeof Element !== "undefined" && value instanceof Element)
+      return value.outerHTML;
+    try {
+      const seen = new WeakSet();
+      const json = JSON.stringify(value, (key, inner) => {
+        if (inner instanceof Error)
+          return errorText(inner);
+        if (typeof inner === "bigint")
+          return `${inner}n`;
+        if (typeof inner === "function")
+          return `[Function${inner.name ? ": " + inner.name : ""}]`;
+        if (inner !== null && typeof inner === "object") {
+          if (seen.has(inner))
+            return "[Circular]";
+          seen.add(inner);
+        }
+        return inner;
+      });
+      if (json !== undefined)
+        return json;
+    } catch (ignored) {
+      // Fall back to the object's own text below.
+    }
+    return String(value);
+  }
+
+  // Joins a console call's arguments into one line, substituting the format
+  // directives (%s %d %i %f %o %O %c %%) of a leading string as browsers do.
+  function formatArguments(args) {
+    let rest = Array.from(args);
+    const parts = [];
+    if (typeof rest[0] === "string" && rest.length > 1 && rest[0].includes("%")) {
+      const format = rest.shift();
+      parts.push(format.replace(/%([sdifoOc%])/g, (directive, kind) => {
+        if (kind === "%")
+          return "%";
+        if (rest.length === 0)
+          return directive;
+        const value = rest.shift();
+        switch (kind) {
+        case "s": return typeof value === "string" ? value : describe(value);
+        case "d":
+        case "i": return String(parseInt(value, 10));
+        case "f": return String(parseFloat(value));
+        case "c": return "";
+        default: return describe(value);
+        }
+      }));
+    }
+    for (const value of rest)
+      parts.push(describe(value));
+    return parts.join(" ");
+  }
+
+  for (const level of ["log", "info", "warn", "error", "debug"]) {
+    const original = console[level] ? console[level].bind(console) : () => {};
+    console[level] = function (...args) {
+      original(...args);
+      postToApplication(level, formatArguments(args));
+    };
+  }
+
+  // ---- Error panel -------------------------------------------------------------
+
+  function element(tag, className, text) {
+    const node = document.createElement(tag);
+    if (className)
+      node.className = className;
+    if (text !== undefined)
+      node.textContent = text;
+    return node;
+  }
+
+  function errorPanel() {
+    let panel = document.getElementById("kelmo-error");
+    if (panel)
+      return panel;
+    panel = element("section", "kelmo-error");
+    panel.id = "kelmo-error";
+    panel.setAttribute("role", "alert");
+    const dismiss = element("button", "kelmo-error__dismiss", "Dismiss");
+    dismiss.type = "button";
+    dismiss.addEventListener("click", () => panel.remove());
+    panel.append(dismiss);
+    document.body.append(panel);
+    return panel;
+  }
+
+  // A few lines of the source around the given 1-based line, the line itself marked.
+  function codeFrame(source, line, column) {
+    const lines = source.split(/\r\n|\r|\n/);
+    const first = Math.max(1, line - 2);
+    const last = Math.min(lines.length, line + 2);
+    const width = String(last).length;
+    const frame = element("pre", "kelmo-error__code");
+    for (let number = first; number <= last; ++number) {
+      const row = element("div", number === line ? "kelmo-error__line kelmo-error__line--at" : "kelmo-error__line");
+      row.append(element("span", "kelmo-error__gutter", String(number).padStart(width)));
+      row.append(document.createTextNode(" " + lines[number - 1]));
+      frame.append(row);
+      if (number === line && column !== undefined) {
+        const marker = element("div", "kelmo-error__line kelmo-error__marker");
+        marker.append(element("span", "kelmo-error__gutter", " ".repeat(width)));
+        marker.append(document.createTextNode(" " + " ".repeat(Math.max(0, column - 1)) + "^"));
+        frame.append(marker);
+      }
+    }
+    return frame;
+  }
+
+  // Shows one error on the panel and logs it once at level "error".
+  // report: {title, message, line?, column?, source?, details?, alreadyLogged?}
+  function showError(report) {
+    setState("error");
+    const where = report.line !== undefined ? ` (line ${report.line}, column ${report.column})` : "";
+    if (!report.alreadyLogged)
+      console.error(`${report.title}: ${report.message}${where}`);
+
+    const panel = errorPanel();
+    if (panel.querySelectorAll(".kelmo-error__entry").length >= MAX_SHOWN_ERRORS)
+      return;
+    const entry = element("article", "kelmo-error__entry");
+    entry.append(element("h1", "kelmo-error__title", report.title));
+    entry.append(element("p", "kelmo-error__message", report.message));
+    if (report.line !== undefined)
+      entry.append(element("p", "kelmo-error__location", `Line ${report.line}, column ${report.column}`));
+    if (report.source !== undefined && report.line !== undefined)
+      entry.append(codeFrame(report.source, report.line, report.column));
+    if (report.details)
+      entry.append(element("pre", "kelmo-error__details", report.details.trim()));
+    panel.append(entry);
+  }
+
+  function runtimeError(error, details, alreadyLogged) {
+    const message = error instanceof Error ? errorText(error) : describe(error);
+    showError({ title: "Runtime error", message, details, alreadyLogged });
+  }
+
+  window.addEventListener("error", (event) => {
+    runtimeError(event.error !== undefined && event.error !== null ? event.error : event.message);
+  });
+  window.addEventListener("unhandledrejection", (event) => {
+    runtimeError(event.reason);
+  });
+
+  // ---- Modules -----------------------------------------------------------------
+
+  class UnresolvedModuleError extends Error {
+    constructor(specifier) {
+      const known = Object.keys(window.kelmoModules || {}).filter((name) => !name.includes("jsx"));
+      super(`Cannot resolve import "${specifier}". Available modules: ${known.join(", ")}.`);
+      this.name = "UnresolvedModuleError";
+    }
+  }
+
+  const loadedFiles = new Map();
+  const moduleExports = new Map();
+
+  function loadFile(file) {
+    if (!loadedFiles.has(file)) {
+      loadedFiles.set(file, new Promise((resolve, reject) => {
+        const script = document.createElement("script");
+        script.src = PLAYER_URL + file;
+        script.onload = resolve;
+        script.onerror = () => reject(new Error(`Could not load the runtime file ${file}`));
+        document.head.append(script);
+      }));
+    }
+    return loadedFiles.get(file);
+  }
+
+  async function loadModules(specifiers) {
+    for (const specifier of specifiers) {
+      const entry = window.kelmoModules[specifier];
+      if (!entry)
+        throw new UnresolvedModuleError(specifier);
+      for (const file of entry.files)
+        await loadFile(file);
+    }
+  }
+
+  function require(specifier) {
+    if (!moduleExports.has(specifier)) {
+      const entry = window.kelmoModules[specifier];
+      if (!entry)
+        throw new UnresolvedModuleError(specifier);
+      moduleExports.set(specifier, entry.exports());
+    }
+    return moduleExports.get(specifier);
+  }
+
+  // ---- Compiling ---------------------------------------------------------------
+
+  // Records, after the other transforms have had their say (type-only imports
+  // dropped, the JSX runtime's import added), what the module imports and which
+  // names it exports, in source order.
+  function moduleShapeRecorder(shape) {
+    return () => ({
+      visitor: {
+        Program: {
+          exit(path) {
+            for (const statement of path.node.body) {
+              if (statement.type === "ImportDeclaration" && statement.importKind !== "type")
+                shape.imports.push(statement.source.value);
+              if (statement.type === "ExportAllDeclaration" && statement.source)
+                shape.imports.push(statement.source.value);
+              if (statement.type === "ExportDefaultDeclaration")
+                shape.exports.push("default");
+              if (statement.type !== "ExportNamedDeclaration" || statement.exportKind === "type")
+                continue;
+              if (statement.source)
+                shape.imports.push(statement.source.value);
+              const declaration = statement.declaration;
+              if (declaration && declaration.id && declaration.id.type === "Identifier")
+                shape.exports.push(declaration.id.name);
+              if (declaration && declaration.type === "VariableDeclaration")
+                for (const declarator of declaration.declarations)
+                  if (declarator.id.type === "Identifier")
+                    shape.exports.push(declarator.id.name);
+              for (const specifier of statement.specifiers || [])
+                if (specifier.exported)
+                  shape.exports.push(specifier.exported.name || specifier.exported.value);
+            }
+          },
+        },
+      },
+    });
+  }
+
+  class CompileError extends Error {}
+
+  function compile(source) {
+    const shape = { imports: [], exports: [] };
+    let output;
+    try {
+      output = Babel.transform(source, {
+        filename: "artifact.tsx",
+        sourceType: "module",
+        presets: [
+          ["typescript", { isTSX: true, allExtensions: true }],
+          ["react", { runtime: "automatic" }],
+        ],
+        plugins: [moduleShapeRecorder(shape), "transform-modules-commonjs"],
+      });
+    } catch (error) {
+      const compileError = new CompileError(plainCompileMessage(error));
+      compileError.loc = error.loc;
+      throw compileError;
+    }
+    return { code: output.code, imports: [...new Set(shape.imports)], exports: shape.exports };
+  }
+
+  // Babel's message without its file name, position suffix and code frame.
+  function plainCompileMessage(error) {
+    const firstLine = String(error.message || error).split("\n")[0];
+    return firstLine.replace(/^[^:]*artifact\.tsx: /, "").replace(/ \(\d+:\d+\)$/, "");
+  }
+
+  // ---- Rendering ---------------------------------------------------------------
+
+  function isComponent(value) {
+    return typeof value === "function" ||
+      (value !== null && typeof value === "object" && typeof value.$$typeof === "symbol");
+  }
+
+  // The default export; else a component named App (exported or not); else the
+  // last exported component, in source order.
+  function chooseComponent(exports, exportNames, localApp) {
+    if (isComponent(exports.default))
+      return exports.default;
+    if (isComponent(exports.App))
+      return exports.App;
+    if (isComponent(localApp))
+      return localApp;
+    for (let index = exportNames.length - 1; index >= 0; --index) {
+      const name = exportNames[index];
+      if (/^[A-Z]/.test(name) && isComponent(exports[name]))
+        return exports[name];
+    }
+    return undefined;
+  }
+
+  function render(Component) {
+    const React = require("react");
+    const { createRoot } = require("react-dom/client");
+
+    class ErrorBoundary extends React.Component {
+      constructor(props) {
+        super(props);
+        this.state = { failed: false };
+      }
+      static getDerivedStateFromError() {
+        return { failed: true };
+      }
+      componentDidCatch(error, info) {
+        // React has logged the error itself.
+        runtimeError(error, info && info.componentStack, true);
+      }
+      render() {
+        return this.state.failed ? null : this.props.children;
+      }
+    }
+
+    function MarkRendered({ children }) {
+      React.useEffect(() => {
+        if (document.documentElement.dataset.kelmoState !== "error")
+          setState("rendered");
+      }, []);
+      return children;
+    }
+
+    const root = createRoot(document.getElementById("root"));
+    root.render(React.createElement(ErrorBoundary, null,
+      React.createElement(MarkRendered, null, React.createElement(Component))));
+  }
+
+  async function run() {
+    const source = window.kelmoArtifactCode;
+    if (typeof Babel === "undefined")
+      throw new Error("The Babel runtime did not load");
+    if (typeof source !== "string" || source.trim() === "")
+      throw new Error("The artifact has no code");
+
+    const compiled = compile(source);
+    // The player renders with React, whatever the artifact imports.
+    await loadModules(["react", "react-dom/client", ...compiled.imports]);
+
+    const module = { exports: {} };
+    const evaluate = new Function("require", "module", "exports",
+      `${compiled.code}\n;return typeof App === "undefined" ? undefined : App;\n//# sourceURL=artifact.js`);
+    const localApp = evaluate(require, module, module.exports);
+
+    const Component = chooseComponent(module.exports, compiled.exports, localApp);
+    if (Component) {
+      render(Component);
+      return;
+    }
+    // The artifact may have rendered itself; give it a frame to do so.
+    requestAnimationFrame(() => setTimeout(() => {
+      const root = document.getElementById("root");
+      if (document.documentElement.dataset.kelmoState === "error")
+        return;
+      if (root.childNodes.length > 0 || document.body.children.length > 1)
+        setState("rendered");
+      else
+        showError({
+          title: "Nothing to render",
+          message: "Export a component, for example: export default function App() { … }",
+        });
+    }, 0));
+  }
+
+  function start() {
+    run().catch((error) => {
+      if (error instanceof CompileError) {
+        showError({
+          title: "Compile error",
+          message: error.message,
+          line: error.loc ? error.loc.line : undefined,
+          column: error.loc ? error.loc.column + 1 : undefined,
+          source: window.kelmoArtifactCode,
+        });
+      } else if (error instanceof UnresolvedModuleError) {
+        showError({ title: "Unknown import", message: error.message });
+      } else {
+        runtimeError(error);
+      }
+    });
+  }
+
+  if (document.readyState === "loading")
+    document.addEventListener("DOMContentLoaded", start);
+  else
+    start();
+})();

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "runtime/resource_locator.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace kelmo {
+
+// The scheme that serves the player page and its runtime scripts, and the page itself.
+inline constexpr std::string_view artifactScheme = "artifact";
+inline constexpr std::string_view artifactPlayerHost = "player";
+inline constexpr std::string_view artifactPlayerUrl = "artifact://player/";
+
+// The placeholder in the page template that receives the artifact's code.
+inline constexpr std::string_view artifactCodePlaceholder = "{{ARTIFACT_CODE_JSON}}";
+
+// Why a scheme request could not be answered.
+enum class SchemeError {
+    badURL,           // the request carried no usable URL
+    fileDoesNotExist, // nothing to serve at that URL
+};
+
+// A successful answer: the whole body and its MIME type (status 200).
+struct SchemeResponse {
+    std::string body;
+    std::string mimeType;
+
+    bool operator==(const SchemeResponse&) const = default;
+};
+
+using SchemeResult = std::variant<SchemeResponse, SchemeError>;
+using HeaderFields = std::vector<std::pair<std::string, std::string>>;
+
+// The header fields of an answer on the artifact scheme, exactly these three:
+// "Content-Type" (the MIME type plus "; charset=utf-8", whatever the type),
+// "Content-Length" and "Access-Control-Allow-Origin: *".
+HeaderFields headerFields(const SchemeResponse& response);
+
+// Answers requests on "artifact://player/": the page template with the artifact's
+// code embedded, and the runtime files that the page loads, all from the
+// application's top-level resource files, read afresh on every request. Free of
+// WebKit; the web view host passes each request's URL in and hands the answer on.
+class ArtifactSchemeHandler {
+public:
+    explicit ArtifactSchemeHandler(ResourceLocator resources = ResourceLocator::application());
+
+    // The full source of the JSX or TSX artifact to run; embedded in the next page request.
+    std::string artifactCode;
+
+    // Routes by host and path alone (query and fragment are ignored): host "player"
+    // with an empty path or "/" is the page, any other path is the resource named by
+    // its last component; any other host, or none, does not exist.
+    SchemeResult resolve(std::string_view url) const;
+
+    // The page template (resource "runtime.html") with every placeholder replaced by
+    // the code as a JSON string literal; "text/html".
+    SchemeResult serveRuntime() const;
+
+    // The top-level resource file of that name, typed by its extension.
+    SchemeResult serveResource(std::string_view name) const;
+
+    // The text as one JSON string literal: quotation mark, reverse solidus and solidus
+    // escaped with a reverse solidus, control characters escaped, everything else
+    // (non-ASCII included) as UTF-8. "\"\"" when the text is not valid UTF-8.
+    static std::string escapeForHTMLScript(std::string_view text);
+
+    // js, css and html have their types (case-insensitive); everything else is
+    // "application/octet-stream".
+    static std::string mimeType(std::string_view extension);
+
+private:
+    ResourceLocator resources_;
+};
+
+} // namespace kelmo

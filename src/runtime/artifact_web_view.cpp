@@ -1,0 +1,130 @@
+#include "runtime/artifact_web_view.h"
+
+#include "runtime/artifact_web_view_coordinator.h"
+#include "runtime/web_view_schemes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <glibmm/main.h>
+#include <gtkmm/binlayout.h>
+#include <gtkmm/eventcontrollerscroll.h>
+
+namespace kelmo {
+
+namespace {
+
+constexpr double minimumZoom = 0.25;
+constexpr double maximumZoom = 5.0;
+constexpr double zoomStep = 1.1; // per wheel notch
+
+} // namespace
+
+ArtifactWebView::ArtifactWebView(ResourceLocator resources)
+    : coordinator_{std::make_unique<Coordinator>(*this)} {
+    set_layout_manager(Gtk::BinLayout::create());
+    set_hexpand(true);
+    set_vexpand(true);
+
+    coordinator_->schemeHandler = std::make_shared<ArtifactSchemeHandler>(std::move(resources));
+    coordinator_->fileSchemeHandler = std::make_shared<ArtifactFileSchemeHandler>();
+
+    auto contentManager =
+        GObjectRef<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
+    coordinator_->listenTo(contentManager.get());
+
+    webView_ = GObjectRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(
+        g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", contentManager.get(), nullptr)));
+    WebKitSettings* settings = webkit_web_view_get_settings(webView_.get());
+    // Always on, so a running artifact can be inspected from its context menu.
+    webkit_settings_set_enable_developer_extras(settings, TRUE);
+
+    registerArtifactSchemes(webkit_web_view_get_context(webView_.get()));
+    attachSchemeHandlers(webView_.get(),
+                         {coordinator_->schemeHandler, coordinator_->fileSchemeHandler});
+    coordinator_->follow(webView_.get());
+
+    GtkWidget* child = GTK_WIDGET(webView_.get());
+    gtk_widget_set_hexpand(child, TRUE);
+    gtk_widget_set_vexpand(child, TRUE);
+    gtk_widget_set_parent(child, GTK_WIDGET(gobj()));
+
+    // Pinch-to-zoom is WebKit's own gesture; Ctrl+scroll zooms the page as well.
+    auto scroll = Gtk::EventControllerScroll::create();
+    scroll->set_flags(Gtk::EventControllerScroll::Flags::VERTICAL);
+    scroll->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    scroll->signal_scroll().connect(
+        [this, controller = scroll.get()](double, double dy) {
+            const auto state = controller->get_current_event_state();
+            if ((state & Gdk::ModifierType::CONTROL_MASK) != Gdk::ModifierType::CONTROL_MASK)
+                return false;
+            return zoomByScroll(dy);
+        },
+        false);
+    add_controller(scroll);
+
+    destroyed_ = signal_destroy().connect([this] { release(); });
+}
+
+ArtifactWebView::~ArtifactWebView() {
+    destroyed_.disconnect();
+    release();
+}
+
+// GTK finalizes a widget before gtkmm deletes its C++ object, and it wants the
+// children gone by then: the web view leaves when the widget is destroyed.
+void ArtifactWebView::release() {
+    if (!webView_)
+        return;
+    delivery_.disconnect();
+    posted_.clear();
+    coordinator_.reset();
+    detachSchemeHandlers(webView_.get());
+    webkit_web_view_stop_loading(webView_.get());
+    gtk_widget_unparent(GTK_WIDGET(webView_.get()));
+    webView_.reset();
+}
+
+void ArtifactWebView::loadIfNeeded(const Artifact& artifact, const Uuid& reloadToken) {
+    if (coordinator_)
+        coordinator_->loadIfNeeded(artifact, reloadToken, webView_.get());
+}
+
+void ArtifactWebView::setLoadTimeout(std::chrono::milliseconds timeout) {
+    if (coordinator_)
+        coordinator_->loadTimeout = timeout;
+}
+
+void ArtifactWebView::post(std::function<void()> change) {
+    posted_.push_back(std::move(change));
+    if (!delivery_.connected())
+        delivery_ = Glib::signal_idle().connect([this] {
+            deliverPosted();
+            return false;
+        });
+}
+
+void ArtifactWebView::deliverPosted() {
+    while (!posted_.empty()) {
+        auto change = std::move(posted_.front());
+        posted_.pop_front();
+        change();
+    }
+}
+
+void ArtifactWebView::setIsLoading(bool loading) {
+    post([this, loading] { isLoadingChanged_.emit(loading); });
+}
+
+void ArtifactWebView::setErrorMessage(std::string message) {
+    post([this, message = std::move(message)] { errorMessageChanged_.emit(message); });
+}
+
+bool ArtifactWebView::zoomByScroll(double dy) {
+    if (dy == 0)
+        return false;
+    const double zoom = webkit_web_view_get_zoom_level(webView_.get()) * std::pow(zoomStep, -dy);
+    webkit_web_view_set_zoom_level(webView_.get(), std::clamp(zoom, minimumZoom, maximumZoom));
+    return true;
+}
+
+} // namespace kelmo

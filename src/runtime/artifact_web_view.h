@@ -1,0 +1,70 @@
+#pragma once
+
+#include "model/artifact.h"
+#include "model/uuid.h"
+#include "runtime/gobject_ref.h"
+#include "runtime/resource_locator.h"
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <gtkmm/widget.h>
+#include <memory>
+#include <sigc++/signal.h>
+#include <string>
+#include <webkit/webkit.h>
+
+namespace kelmo {
+
+// Hosts the web view in which one artifact runs. HTML artifacts open from their
+// file with read access to its folder and below; JSX and TSX artifacts are read as
+// text and run inside the player page "artifact://player/". The page's console
+// output is written to standard output, one prefixed line per message.
+//
+// The widget owns the web view, its Coordinator (which loads and listens) and the
+// scheme handlers that answer the view's requests. Whether a load is under way and
+// why one failed are reported through two signals; every report is delivered later
+// from the main loop, never from inside the call that caused it, in the order made.
+class ArtifactWebView : public Gtk::Widget {
+public:
+    class Coordinator;
+
+    explicit ArtifactWebView(ResourceLocator resources = ResourceLocator::application());
+    ~ArtifactWebView() override;
+    ArtifactWebView(const ArtifactWebView&) = delete;
+    ArtifactWebView& operator=(const ArtifactWebView&) = delete;
+
+    // Loads the artifact unless this artifact and token were the last ones loaded. A
+    // new token forces a fresh load of the same artifact.
+    void loadIfNeeded(const Artifact& artifact, const Uuid& reloadToken);
+
+    // isLoading: true when a load starts, false when it ends, successfully or not.
+    sigc::signal<void(bool)>& signalIsLoading() { return isLoadingChanged_; }
+    // errorMessage: set when a load fails. Never cleared here; that is the owner's call.
+    sigc::signal<void(const std::string&)>& signalErrorMessage() { return errorMessageChanged_; }
+
+    // How long a JSX or TSX page may take before its load fails; 60 seconds by default.
+    void setLoadTimeout(std::chrono::milliseconds timeout);
+
+    // The hosted web view, for running scripts in the page (tests, tools); null once
+    // the widget has been destroyed.
+    WebKitWebView* webView() const { return webView_.get(); }
+
+private:
+    void release();
+    void post(std::function<void()> change);
+    void deliverPosted();
+    void setIsLoading(bool loading);
+    void setErrorMessage(std::string message);
+    bool zoomByScroll(double dy);
+
+    GObjectRef<WebKitWebView> webView_;
+    std::unique_ptr<Coordinator> coordinator_;
+    std::deque<std::function<void()>> posted_;
+    sigc::connection delivery_;
+    sigc::connection destroyed_;
+    sigc::signal<void(bool)> isLoadingChanged_;
+    sigc::signal<void(const std::string&)> errorMessageChanged_;
+};
+
+} // namespace kelmo

@@ -1,0 +1,192 @@
+#include "runtime/artifact_web_view_coordinator.h"
+
+#include "runtime/scheme_support.h"
+
+#include <cstdio>
+#include <glib.h>
+#include <glibmm/main.h>
+#include <jsc/jsc.h>
+#include <utility>
+
+namespace kelmo {
+
+namespace {
+
+constexpr char couldNotReadFile[] = "Could not read file";
+constexpr char requestTimedOut[] = "The request timed out.";
+
+// A string property of a page object, or nothing when it is missing or not a string.
+std::optional<std::string> stringProperty(JSCValue* object, const char* name) {
+    if (!jsc_value_object_has_property(object, name))
+        return std::nullopt;
+    GObjectRef<JSCValue> value =
+        GObjectRef<JSCValue>::adopt(jsc_value_object_get_property(object, name));
+    if (!value || !jsc_value_is_string(value.get()))
+        return std::nullopt;
+    gchar* text = jsc_value_to_string(value.get());
+    std::string result = text ? text : "";
+    g_free(text);
+    return result;
+}
+
+} // namespace
+
+std::string consoleLine(std::string_view level, std::string_view message) {
+    std::string_view prefix = "🔵 [JS]";
+    if (level == "error")
+        prefix = "❌ [JS]";
+    else if (level == "warn")
+        prefix = "⚠️  [JS]";
+    else if (level == "info")
+        prefix = "ℹ️  [JS]";
+    std::string line;
+    line.reserve(prefix.size() + message.size() + 2);
+    line.append(prefix).append(" ").append(message).append("\n");
+    return line;
+}
+
+ArtifactWebView::Coordinator::Coordinator(ArtifactWebView& parent) : parent_{parent} {}
+
+ArtifactWebView::Coordinator::~Coordinator() {
+    timeout_.disconnect();
+    if (webView_)
+        g_signal_handlers_disconnect_by_data(webView_.get(), this);
+    if (contentManager_) {
+        g_signal_handlers_disconnect_by_data(contentManager_.get(), this);
+        webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
+                                                                      jsConsoleChannel, nullptr);
+        webkit_user_content_manager_unregister_script_message_handler(
+            contentManager_.get(), artifactBridgeChannel, nullptr);
+    }
+}
+
+void ArtifactWebView::Coordinator::listenTo(WebKitUserContentManager* contentManager) {
+    contentManager_ = GObjectRef<WebKitUserContentManager>::retain(contentManager);
+    g_signal_connect(contentManager, "script-message-received::jsConsole",
+                     G_CALLBACK(onConsoleMessage), this);
+    g_signal_connect(contentManager, "script-message-received::artifactBridge",
+                     G_CALLBACK(onBridgeMessage), this);
+    webkit_user_content_manager_register_script_message_handler(contentManager, jsConsoleChannel,
+                                                                nullptr);
+    webkit_user_content_manager_register_script_message_handler(contentManager,
+                                                                artifactBridgeChannel, nullptr);
+}
+
+void ArtifactWebView::Coordinator::follow(WebKitWebView* webView) {
+    webView_ = GObjectRef<WebKitWebView>::retain(webView);
+    g_signal_connect(webView, "load-changed", G_CALLBACK(onLoadChanged), this);
+    g_signal_connect(webView, "load-failed", G_CALLBACK(onLoadFailed), this);
+}
+
+void ArtifactWebView::Coordinator::loadIfNeeded(const Artifact& artifact, const Uuid& reloadToken,
+                                                WebKitWebView* webView) {
+    std::string key = artifact.id.toString() + "-" + reloadToken.toString();
+    if (key == lastLoadKey_)
+        return;
+    lastLoadKey_ = std::move(key);
+    load(artifact, webView);
+}
+
+void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView* webView) {
+    parent_.setIsLoading(true);
+    timeout_.disconnect();
+    timedOut_ = false;
+
+    const std::filesystem::path url{artifact.type.url};
+    if (artifact.type.kind == ArtifactType::Kind::html) {
+        if (fileSchemeHandler)
+            fileSchemeHandler->setRoot(url.parent_path());
+        webkit_web_view_load_uri(webView,
+                                 ArtifactFileSchemeHandler::urlFor(url.filename()).c_str());
+        return;
+    }
+
+    auto code = readWholeFile(url);
+    if (!code || !isValidUtf8(*code)) {
+        parent_.setIsLoading(false);
+        parent_.setErrorMessage(couldNotReadFile);
+        return;
+    }
+    if (schemeHandler)
+        schemeHandler->artifactCode = std::move(*code);
+    webkit_web_view_load_uri(webView, std::string{artifactPlayerUrl}.c_str());
+    startTimeout(webView);
+}
+
+// WebKit puts no time limit on a request to a custom scheme, so the page load gets
+// one here: when it runs out, the load is stopped and reported as failed.
+void ArtifactWebView::Coordinator::startTimeout(WebKitWebView* webView) {
+    timeout_ = Glib::signal_timeout().connect(
+        [this, webView] {
+            timedOut_ = true;
+            webkit_web_view_stop_loading(webView);
+            parent_.setIsLoading(false);
+            parent_.setErrorMessage(requestTimedOut);
+            return false;
+        },
+        static_cast<unsigned>(loadTimeout.count()));
+}
+
+void ArtifactWebView::Coordinator::didStartProvisionalNavigation() {
+    parent_.setIsLoading(true);
+}
+
+void ArtifactWebView::Coordinator::didFinish() {
+    timeout_.disconnect();
+    // WebKit also ends a stopped or failed load with "finished".
+    if (std::exchange(timedOut_, false))
+        return;
+    parent_.setIsLoading(false);
+}
+
+void ArtifactWebView::Coordinator::didFail(const GError* error) {
+    timeout_.disconnect();
+    // A load stopped by its time-out has already been reported as such.
+    if (timedOut_)
+        return;
+    parent_.setIsLoading(false);
+    parent_.setErrorMessage(error && error->message ? error->message : "");
+}
+
+void ArtifactWebView::Coordinator::didReceive(std::string_view channel, JSCValue* body) {
+    if (channel != jsConsoleChannel)
+        return;
+    if (!body || !jsc_value_is_object(body) || jsc_value_is_array(body) ||
+        jsc_value_is_function(body))
+        return;
+    const auto level = stringProperty(body, "level");
+    const auto message = stringProperty(body, "message");
+    if (!level || !message)
+        return;
+    const std::string line = consoleLine(*level, *message);
+    std::fwrite(line.data(), 1, line.size(), stdout);
+    std::fflush(stdout);
+}
+
+void ArtifactWebView::Coordinator::onLoadChanged(WebKitWebView*, WebKitLoadEvent event,
+                                                 gpointer self) {
+    auto* coordinator = static_cast<Coordinator*>(self);
+    if (event == WEBKIT_LOAD_STARTED)
+        coordinator->didStartProvisionalNavigation();
+    else if (event == WEBKIT_LOAD_FINISHED)
+        coordinator->didFinish();
+}
+
+gboolean ArtifactWebView::Coordinator::onLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar*,
+                                                    GError* error, gpointer self) {
+    static_cast<Coordinator*>(self)->didFail(error);
+    // Handled: the view keeps what it showed instead of WebKit's error page.
+    return TRUE;
+}
+
+void ArtifactWebView::Coordinator::onConsoleMessage(WebKitUserContentManager*, JSCValue* body,
+                                                    gpointer self) {
+    static_cast<Coordinator*>(self)->didReceive(jsConsoleChannel, body);
+}
+
+void ArtifactWebView::Coordinator::onBridgeMessage(WebKitUserContentManager*, JSCValue* body,
+                                                   gpointer self) {
+    static_cast<Coordinator*>(self)->didReceive(artifactBridgeChannel, body);
+}
+
+} // namespace kelmo

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "runtime/artifact_file_scheme_handler.h"
+#include "runtime/artifact_scheme_handler.h"
+#include "runtime/artifact_web_view.h"
+
+#include <chrono>
+#include <memory>
+#include <sigc++/connection.h>
+#include <string>
+#include <string_view>
+#include <webkit/webkit.h>
+
+namespace kelmo {
+
+// The script message channels the page may post to.
+inline constexpr char jsConsoleChannel[] = "jsConsole";
+inline constexpr char artifactBridgeChannel[] = "artifactBridge";
+
+// The line written to standard output for one console message: the level's prefix,
+// a space, the message and a line feed.
+std::string consoleLine(std::string_view level, std::string_view message);
+
+// Drives one hosted web view: decides when to load, loads, follows the navigation
+// and receives the page's script messages. Everything it reports to its parent goes
+// through the parent's posted changes.
+class ArtifactWebView::Coordinator {
+public:
+    explicit Coordinator(ArtifactWebView& parent);
+    ~Coordinator();
+    Coordinator(const Coordinator&) = delete;
+    Coordinator& operator=(const Coordinator&) = delete;
+
+    // Registers the message channels on the content manager the web view will use.
+    void listenTo(WebKitUserContentManager* contentManager);
+    // Follows the web view's navigation.
+    void follow(WebKitWebView* webView);
+
+    void loadIfNeeded(const Artifact& artifact, const Uuid& reloadToken, WebKitWebView* webView);
+
+    std::shared_ptr<ArtifactSchemeHandler> schemeHandler;
+    std::shared_ptr<ArtifactFileSchemeHandler> fileSchemeHandler;
+    std::chrono::milliseconds loadTimeout{std::chrono::seconds{60}};
+
+private:
+    void load(const Artifact& artifact, WebKitWebView* webView);
+    void startTimeout(WebKitWebView* webView);
+
+    void didStartProvisionalNavigation();
+    void didFinish();
+    void didFail(const GError* error);
+    void didReceive(std::string_view channel, JSCValue* body);
+
+    static void onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self);
+    static gboolean onLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar*, GError* error,
+                                 gpointer self);
+    static void onConsoleMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
+    static void onBridgeMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
+
+    ArtifactWebView& parent_;
+    std::string lastLoadKey_;
+    GObjectRef<WebKitUserContentManager> contentManager_;
+    GObjectRef<WebKitWebView> webView_;
+    sigc::connection timeout_;
+    bool timedOut_ = false;
+};
+
+} // namespace kelmo

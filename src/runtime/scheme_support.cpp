@@ -1,0 +1,54 @@
+#include "runtime/scheme_support.h"
+
+#include <fstream>
+#include <glib.h>
+#include <iterator>
+#include <memory>
+
+namespace kelmo {
+
+std::optional<SchemeRequestUrl> SchemeRequestUrl::parse(std::string_view url) {
+    const std::string text{url};
+    std::unique_ptr<GUri, decltype(&g_uri_unref)> parsed{
+        g_uri_parse(text.c_str(), G_URI_FLAGS_NONE, nullptr), &g_uri_unref};
+    if (!parsed)
+        return std::nullopt;
+    SchemeRequestUrl result;
+    if (const char* host = g_uri_get_host(parsed.get()))
+        result.host = host;
+    result.path = g_uri_get_path(parsed.get());
+    return result;
+}
+
+std::string SchemeRequestUrl::lastPathComponent() const {
+    const auto end = path.find_last_not_of('/');
+    if (end == std::string::npos)
+        return {};
+    const auto slash = path.rfind('/', end);
+    const auto begin = slash == std::string::npos ? 0 : slash + 1;
+    return path.substr(begin, end + 1 - begin);
+}
+
+bool isValidUtf8(std::string_view bytes) {
+    // GLib's validation stops at NUL characters, so validate the runs between them.
+    while (!bytes.empty()) {
+        const auto nul = bytes.find('\0');
+        const auto run = bytes.substr(0, nul);
+        if (!g_utf8_validate_len(run.data(), run.size(), nullptr))
+            return false;
+        bytes.remove_prefix(nul == std::string_view::npos ? bytes.size() : nul + 1);
+    }
+    return true;
+}
+
+std::optional<std::string> readWholeFile(const std::filesystem::path& file) {
+    std::ifstream in{file, std::ios::binary};
+    if (!in)
+        return std::nullopt;
+    std::string content{std::istreambuf_iterator<char>{in}, std::istreambuf_iterator<char>{}};
+    if (in.bad())
+        return std::nullopt;
+    return content;
+}
+
+} // namespace kelmo

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kelmo {
+
+// The parts of a scheme request's URL that routing looks at.
+struct SchemeRequestUrl {
+    std::optional<std::string> host; // absent when the URL has no authority
+    std::string path;                // percent-decoded; query and fragment dropped
+
+    // Parses an absolute URL; nothing when it is not one (or decodes to a NUL byte).
+    static std::optional<SchemeRequestUrl> parse(std::string_view url);
+
+    // The last component of the path, trailing slashes ignored ("/a/b.js" -> "b.js").
+    std::string lastPathComponent() const;
+};
+
+// Whether the bytes are UTF-8 text (NUL characters included).
+bool isValidUtf8(std::string_view bytes);
+
+// The whole file as bytes; nothing when it cannot be read.
+std::optional<std::string> readWholeFile(const std::filesystem::path& file);
+
+} // namespace kelmo

@@ -1,0 +1,15 @@
+# The artifact runtime. The scheme handlers' routing and serving are free of WebKit
+# (and unit-tested without a display); the web view host links WebKit and GTK.
+add_library(kelmo_runtime_schemes STATIC
+  ${CMAKE_CURRENT_LIST_DIR}/scheme_support.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/artifact_scheme_handler.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/artifact_file_scheme_handler.cpp
+)
+target_link_libraries(kelmo_runtime_schemes PUBLIC kelmo_core)
+
+add_library(kelmo_runtime STATIC
+  ${CMAKE_CURRENT_LIST_DIR}/web_view_schemes.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/artifact_web_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/artifact_web_view_coordinator.cpp
+)
+target_link_libraries(kelmo_runtime PUBLIC kelmo_runtime_schemes PkgConfig::GTKMM PkgConfig::WEBKIT)

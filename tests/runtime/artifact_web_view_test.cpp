@@ -1,0 +1,297 @@
+#include "runtime/artifact_web_view.h"
+#include "test_support.h"
+#include "web_view_fixture.h"
+
+#include <gtest/gtest.h>
+
+namespace kelmo {
+namespace {
+
+using testing::StandardOutputCapture;
+using testing::TemporaryDirectory;
+using testing::WebViewFixture;
+using testing::writeFile;
+
+const std::filesystem::path examples{KELMO_EXAMPLES_DIR};
+
+int countOf(const std::string& text, const std::string& fragment) {
+    int count = 0;
+    for (auto at = text.find(fragment); at != std::string::npos; at = text.find(fragment, at + 1))
+        ++count;
+    return count;
+}
+
+class PlayerPageTest : public ::testing::Test {
+protected:
+    // Writes the code to a file of that name and runs it in the player.
+    std::string run(const std::string& fileName, const std::string& code) {
+        writeFile(folder / fileName, code);
+        EXPECT_TRUE(host.load(folder / fileName));
+        return host.waitForPlayer();
+    }
+
+    std::string panelText() {
+        return host.evaluate("(document.getElementById('kelmo-error') || {}).textContent || ''");
+    }
+
+    TemporaryDirectory folder;
+    WebViewFixture host;
+};
+
+TEST_F(PlayerPageTest, ExampleComponentsRenderAndRespond) {
+    ASSERT_TRUE(host.load(examples / "counter.jsx"));
+    ASSERT_EQ(host.waitForPlayer(), "rendered");
+    EXPECT_EQ(host.evaluate("document.getElementById('count').textContent"), "0");
+    host.evaluate("document.getElementById('increment').click()");
+    EXPECT_TRUE(host.waitUntil("document.getElementById('count').textContent === '1'"));
+    EXPECT_EQ(host.loadingReports.front(), true);
+    EXPECT_EQ(host.loadingReports.back(), false);
+    EXPECT_TRUE(host.errorMessages.empty());
+
+    ASSERT_TRUE(host.load(examples / "task-board.tsx"));
+    ASSERT_EQ(host.waitForPlayer(), "rendered");
+    EXPECT_EQ(host.evaluate("document.querySelectorAll('.column').length"), "3");
+    EXPECT_EQ(host.evaluate("document.querySelector('[data-status=doing] button').textContent"),
+              "Build the prototype");
+}
+
+TEST_F(PlayerPageTest, TypeScriptSyntaxCompiles) {
+    const auto state = run("typed.tsx", R"(
+        enum Size { Small = 1, Large = 4 }
+        interface Props { label: string; size?: Size }
+        type Pair<T> = [T, T];
+        function first<T>(pair: Pair<T>): T { return pair[0]; }
+        const sizes = [Size.Large, Size.Small] as Pair<Size>;
+        export const App = ({ label, size = first(sizes) }: Props) =>
+            <p id="out">{label}:{size satisfies number}</p>;
+        export default function Shown() { return <App label="big" />; }
+    )");
+    ASSERT_EQ(state, "rendered");
+    EXPECT_EQ(host.evaluate("document.getElementById('out').textContent"), "big:4");
+}
+
+TEST_F(PlayerPageTest, HooksAndEveryImportFormResolveWithoutImportingReact) {
+    const auto state = run("imports.jsx", R"(
+        import { useState, useEffect } from "react";
+        import * as ReactNamespace from "react";
+        import ReactDOM from "react-dom";
+        import { createPortal } from "react-dom";
+        import Client, { createRoot } from "react-dom/client";
+        function helper() { return null; }
+        export function Widget() {
+            const [ticks, setTicks] = useState(0);
+            useEffect(() => { if (ticks < 3) setTicks(ticks + 1); }, [ticks]);
+            const forms = [typeof ReactNamespace.useMemo, typeof ReactDOM.createPortal,
+                typeof createPortal, typeof Client.createRoot, typeof createRoot];
+            return <><b id="ticks">{ticks}</b><i id="forms">{forms.join(",")}</i></>;
+        }
+        export { helper };
+    )");
+    ASSERT_EQ(state, "rendered");
+    EXPECT_TRUE(host.waitUntil("document.getElementById('ticks').textContent === '3'"));
+    EXPECT_EQ(host.evaluate("document.getElementById('forms').textContent"),
+              "function,function,function,function,function");
+}
+
+TEST_F(PlayerPageTest, CodeWithScriptTagsQuotesAndMultiByteTextRunsIntact) {
+    const auto state = run("tricky.jsx", R"JSX(
+        // </script><script>window.injected = true</script> <!-- not a comment -->
+        const markup = "</script><script>window.injected = true</script>";
+        const quoted = 'He said "hi", \'bye\' \\ done';
+        export default () => <div id="out" data-markup={markup}>{quoted} héllo ✓ 🚀 日本</div>;
+    )JSX");
+    ASSERT_EQ(state, "rendered");
+    EXPECT_EQ(host.evaluate("document.getElementById('out').textContent"),
+              "He said \"hi\", 'bye' \\ done héllo ✓ 🚀 日本");
+    EXPECT_EQ(host.evaluate("document.getElementById('out').dataset.markup"),
+              "</script><script>window.injected = true</script>");
+    EXPECT_EQ(host.evaluate("String(window.injected)"), "undefined");
+}
+
+TEST_F(PlayerPageTest, ASyntaxErrorShowsThePanelAndLogsOneErrorLine) {
+    StandardOutputCapture output;
+    const auto state = run("broken.jsx", "const a = 1;\n\nexport default function App() {\n"
+                                         "  return <div>;\n}\n");
+    ASSERT_EQ(state, "error");
+    const auto panel = panelText();
+    EXPECT_NE(panel.find("Compile error"), std::string::npos) << panel;
+    EXPECT_NE(panel.find("Line 4"), std::string::npos) << panel;
+    EXPECT_NE(panel.find("return <div>;"), std::string::npos) << panel;
+    EXPECT_TRUE(host.errorMessages.empty());
+    // The ending of the load is no proof that every message arrived: post a last one.
+    host.evaluate("console.log('done')");
+    ASSERT_TRUE(output.waitFor("🔵 [JS] done\n"));
+    EXPECT_EQ(countOf(output.text(), "❌ [JS]"), 1) << output.text();
+    EXPECT_NE(output.text().find("❌ [JS] Compile error: "), std::string::npos);
+}
+
+TEST_F(PlayerPageTest, RuntimeErrorsShowThePanelAndAreLoggedOnce) {
+    StandardOutputCapture output;
+    ASSERT_EQ(run("throws.jsx", "export default function App() { throw new Error('boom'); }"),
+              "error");
+    EXPECT_NE(panelText().find("Error: boom"), std::string::npos) << panelText();
+
+    run("later.jsx", "export default function App() {\n"
+                     "  setTimeout(() => { throw new RangeError('thrown later'); });\n"
+                     "  Promise.reject(new Error('rejected later'));\n"
+                     "  return <p>shown</p>;\n}\n");
+    EXPECT_TRUE(host.waitUntil("document.querySelectorAll('.kelmo-error__entry').length === 2"));
+    EXPECT_NE(panelText().find("RangeError: thrown later"), std::string::npos) << panelText();
+    EXPECT_NE(panelText().find("Error: rejected later"), std::string::npos) << panelText();
+    EXPECT_EQ(host.evaluate("document.documentElement.dataset.kelmoState"), "error");
+
+    host.evaluate("console.log('done')");
+    ASSERT_TRUE(output.waitFor("🔵 [JS] done\n"));
+    EXPECT_EQ(countOf(output.text(), "boom"), 1) << output.text();
+    EXPECT_EQ(countOf(output.text(), "❌ [JS]"), 3) << output.text();
+}
+
+TEST_F(PlayerPageTest, AnUnknownImportNamesTheModule) {
+    StandardOutputCapture output;
+    ASSERT_EQ(run("unknown.jsx", "import chunk from 'lodash/chunk';\n"
+                                 "export default () => <p>{chunk([1, 2], 1).length}</p>;\n"),
+              "error");
+    EXPECT_NE(panelText().find("\"lodash/chunk\""), std::string::npos) << panelText();
+    ASSERT_TRUE(output.waitFor("lodash/chunk"));
+    EXPECT_NE(output.text().find("❌ [JS] Unknown import: "), std::string::npos);
+}
+
+TEST_F(PlayerPageTest, ConsoleMessagesBecomeExactStandardOutputLines) {
+    ASSERT_TRUE(host.load(examples / "counter.jsx"));
+    ASSERT_EQ(host.waitForPlayer(), "rendered");
+    StandardOutputCapture output;
+    host.evaluate(R"(
+        const post = (body) => window.webkit.messageHandlers.jsConsole.postMessage(body);
+        post({ level: "error", message: "e" });
+        post({ level: "warn", message: "w" });
+        post({ level: "info", message: "i" });
+        post({ level: "log", message: "l" });
+        post({ level: "debug", message: "d" });
+        post({ level: "Error", message: "E" });
+        post({ level: "warn" });
+        post({ level: 5, message: "number" });
+        post(["error", "array"]);
+        post("just text");
+        window.webkit.messageHandlers.artifactBridge.postMessage({ level: "error", message: "b" });
+        console.log("joined", 1, { a: [1, "x"] }, null, undefined, new TypeError("bad"));
+        console.warn("%s has %d items", "list", 3);
+        console.info("multi\nline");
+        console.debug("end");
+        "posted"
+    )");
+    ASSERT_TRUE(output.waitFor("🔵 [JS] end\n"));
+    EXPECT_EQ(output.text(), "❌ [JS] e\n"
+                             "⚠️  [JS] w\n"
+                             "ℹ️  [JS] i\n"
+                             "🔵 [JS] l\n"
+                             "🔵 [JS] d\n"
+                             "🔵 [JS] E\n"
+                             "🔵 [JS] joined 1 {\"a\":[1,\"x\"]} null undefined TypeError: bad\n"
+                             "⚠️  [JS] list has 3 items\n"
+                             "ℹ️  [JS] multi\nline\n"
+                             "🔵 [JS] end\n");
+}
+
+class WebViewLoadingTest : public ::testing::Test {
+protected:
+    TemporaryDirectory folder;
+    WebViewFixture host;
+};
+
+TEST_F(WebViewLoadingTest, ReportsArriveLaterFromTheMainLoop) {
+    host.view().loadIfNeeded(Artifact::from(examples / "counter.jsx"), Uuid::random());
+    EXPECT_TRUE(host.loadingReports.empty());
+    EXPECT_TRUE(testing::runMainLoopUntil([&] { return !host.loadingReports.empty(); }));
+    EXPECT_TRUE(host.loadingReports.front());
+}
+
+TEST_F(WebViewLoadingTest, TheLoadKeyDecidesWhetherToLoad) {
+    const auto artifact = Artifact::from(examples / "counter.jsx");
+    const auto token = Uuid::random();
+    host.view().loadIfNeeded(artifact, token);
+    ASSERT_TRUE(testing::runMainLoopUntil(
+        [&] { return host.loadingReports.size() >= 2 && !host.loadingReports.back(); },
+        testing::pageDeadline));
+    ASSERT_EQ(host.waitForPlayer(), "rendered");
+    host.evaluate("window.marker = 'kept'");
+
+    host.loadingReports.clear();
+    host.view().loadIfNeeded(artifact, token);
+    testing::drainMainLoop();
+    EXPECT_TRUE(host.loadingReports.empty());
+    EXPECT_EQ(host.evaluate("String(window.marker)"), "kept");
+
+    host.view().loadIfNeeded(artifact, Uuid::random());
+    ASSERT_TRUE(testing::runMainLoopUntil(
+        [&] { return host.loadingReports.size() >= 2 && !host.loadingReports.back(); },
+        testing::pageDeadline));
+    ASSERT_EQ(host.waitForPlayer(), "rendered");
+    EXPECT_EQ(host.evaluate("String(window.marker)"), "undefined");
+}
+
+TEST_F(WebViewLoadingTest, AFileThatIsNotUtf8KeepsThePreviousPage) {
+    ASSERT_TRUE(host.load(examples / "counter.jsx"));
+    ASSERT_EQ(host.waitForPlayer(), "rendered");
+
+    writeFile(folder / "latin1.jsx", "export default () => <p>caf\xe9</p>;");
+    const auto artifact = Artifact::from(folder / "latin1.jsx");
+    ASSERT_TRUE(host.load(artifact));
+    EXPECT_EQ(host.errorMessages, std::vector<std::string>{"Could not read file"});
+    EXPECT_EQ(host.loadingReports, (std::vector<bool>{true, false}));
+    EXPECT_EQ(host.evaluate("document.getElementById('count').textContent"), "0");
+
+    // Fixed on disk, the same artifact loads again with a new token.
+    writeFile(folder / "latin1.jsx", "export default () => <p id='fixed'>café</p>;");
+    ASSERT_TRUE(host.load(artifact));
+    ASSERT_EQ(host.waitForPlayer(), "rendered");
+    EXPECT_EQ(host.evaluate("document.getElementById('fixed').textContent"), "café");
+}
+
+TEST_F(WebViewLoadingTest, HtmlPagesReadTheirFolderAndBelowButNotAbove) {
+    writeFile(folder / "outside.js", "window.parentScript = true;");
+    writeFile(folder / "outside.txt", "parent");
+    writeFile(folder / "site" / "style.css", "#probe { width: 123px; }");
+    writeFile(folder / "site" / "data.json", R"({"from": "sibling"})");
+    writeFile(folder / "site" / "scripts" / "child.js", "window.childScript = true;");
+    writeFile(folder / "site" / "index.html", R"(<!doctype html>
+        <link rel="stylesheet" href="style.css">
+        <div id="probe"></div>
+        <script src="scripts/child.js"></script>
+        <script src="../outside.js"></script>
+        <script>
+          const text = (url) => fetch(url).then((r) => r.ok ? r.text() : "failed", () => "failed");
+          Promise.all([text("data.json"), text("../outside.txt")]).then(([sibling, parent]) => {
+            window.results = { sibling: JSON.parse(sibling).from, parent,
+              child: window.childScript === true, parentScript: window.parentScript === true,
+              width: getComputedStyle(document.getElementById("probe")).width };
+          });
+        </script>)");
+    ASSERT_TRUE(host.load(folder / "site" / "index.html"));
+    EXPECT_TRUE(host.errorMessages.empty());
+    ASSERT_TRUE(host.waitUntil("window.results"));
+    EXPECT_EQ(host.evaluate("JSON.stringify(window.results)"),
+              R"({"sibling":"sibling","parent":"failed","child":true,"parentScript":false,)"
+              R"("width":"123px"})");
+}
+
+TEST_F(WebViewLoadingTest, FailuresReachTheErrorMessage) {
+    ASSERT_TRUE(host.load(folder / "missing.html"));
+    EXPECT_EQ(host.errorMessages, std::vector<std::string>{"File does not exist"});
+    EXPECT_FALSE(host.loadingReports.back());
+
+    TemporaryDirectory emptyResources;
+    WebViewFixture withoutTemplate{ResourceLocator{emptyResources.path()}};
+    ASSERT_TRUE(withoutTemplate.load(examples / "counter.jsx"));
+    EXPECT_EQ(withoutTemplate.errorMessages, std::vector<std::string>{"File does not exist"});
+    EXPECT_FALSE(withoutTemplate.loadingReports.back());
+}
+
+TEST_F(WebViewLoadingTest, APageThatTakesTooLongTimesOut) {
+    host.view().setLoadTimeout(std::chrono::milliseconds{1});
+    ASSERT_TRUE(host.load(examples / "counter.jsx"));
+    EXPECT_EQ(host.errorMessages, std::vector<std::string>{"The request timed out."});
+    EXPECT_FALSE(host.loadingReports.back());
+}
+
+} // namespace
+} // namespace kelmo

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "model/artifact.h"
+#include "runtime/artifact_web_view.h"
+
+#include <chrono>
+#include <filesystem>
+#include <gtkmm/window.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kelmo::testing {
+
+// Hosts an ArtifactWebView in a window and records what it reports.
+class WebViewFixture {
+public:
+    explicit WebViewFixture(ResourceLocator resources = ResourceLocator::application());
+    ~WebViewFixture();
+
+    ArtifactWebView& view() { return *view_; }
+
+    // Loads with a fresh token and waits until the load has ended (or failed).
+    bool load(const Artifact& artifact);
+    bool load(const std::filesystem::path& file) { return load(Artifact::from(file)); }
+
+    // Waits until the player page is done: answers "rendered" or "error" (or the last
+    // state seen when the deadline passes).
+    std::string waitForPlayer();
+
+    // Runs the script in the page and answers its value as text ("<exception: …>"
+    // when it throws, "<timeout>" when no answer comes).
+    std::string evaluate(const std::string& script);
+
+    // Waits until the expression is true in the page.
+    bool waitUntil(const std::string& expression);
+
+    std::vector<bool> loadingReports;
+    std::vector<std::string> errorMessages;
+
+private:
+    Gtk::Window window_;
+    ArtifactWebView* view_;
+};
+
+// Redirects standard output into a temporary file while it lives.
+class StandardOutputCapture {
+public:
+    StandardOutputCapture();
+    ~StandardOutputCapture();
+    std::string text() const; // everything written so far
+    bool waitFor(const std::string& fragment) const;
+
+private:
+    std::filesystem::path file_;
+    int savedDescriptor_;
+};
+
+inline constexpr auto pageDeadline = std::chrono::seconds{60};
+
+} // namespace kelmo::testing
