@@ -74,7 +74,7 @@ export default function TaskBoard() {
 }
 
 const css = `
-  .board { display: grid; grid-template-columns: repeat(3, 1fr); gap: 16px; padding: 24px;
+  .board { display: grid; grid-template-columns: repeat(3, 1fr); gap: 16px; align-items: start; padding: 24px;
            min-height: 100vh; box-sizing: border-box; background: #fffbf7;
            font-family: system-ui, sans-serif; color: #2d2015; }
   .column { background: white; border: 1px solid #ecdccd; border-radius: 14px; padding: 16px; }

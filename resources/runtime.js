@@ -124,10 +124,15 @@
     panel = element("section", "kelmo-error");
     panel.id = "kelmo-error";
     panel.setAttribute("role", "alert");
+    const inner = element("div", "kelmo-error__inner");
+    const header = element("header", "kelmo-error__header");
+    header.append(element("span", "kelmo-error__heading", "This artifact ran into a problem"));
     const dismiss = element("button", "kelmo-error__dismiss", "Dismiss");
     dismiss.type = "button";
     dismiss.addEventListener("click", () => panel.remove());
-    panel.append(dismiss);
+    header.append(dismiss);
+    inner.append(header);
+    panel.append(inner);
     document.body.append(panel);
     return panel;
   }
@@ -174,7 +179,7 @@
       entry.append(codeFrame(report.source, report.line, report.column));
     if (report.details)
       entry.append(element("pre", "kelmo-error__details", report.details.trim()));
-    panel.append(entry);
+    panel.querySelector(".kelmo-error__inner").append(entry);
   }
 
   function runtimeError(error, details, alreadyLogged) {
@@ -339,8 +344,12 @@
         return { failed: true };
       }
       componentDidCatch(error, info) {
+        // The component stack ("in App"), without the player's own wrappers;
         // React has logged the error itself.
-        runtimeError(error, info && info.componentStack, true);
+        const stack = String((info && info.componentStack) || "").split("\n")
+          .filter((line) => line.trim() && !line.includes(PLAYER_URL + "runtime.js"))
+          .map((line) => line.replace(/^\s*([^@\s]*)@.*$/, "in $1")).join("\n");
+        runtimeError(error, stack, true);
       }
       render() {
         return this.state.failed ? null : this.props.children;

@@ -7,8 +7,10 @@ add_executable(kelmo_runtime_unit_tests
 )
 target_link_libraries(kelmo_runtime_unit_tests PRIVATE kelmo_runtime_schemes kelmo_test_support
   GTest::gtest)
-gtest_discover_tests(kelmo_runtime_unit_tests DISCOVERY_TIMEOUT 60
-  PROPERTIES LABELS "unit;runtime")
+# Tests are found by scanning the sources, so that each gets both labels (discovery
+# flattens a list of labels) and listing them needs no display.
+gtest_add_tests(TARGET kelmo_runtime_unit_tests TEST_LIST runtimeUnitTests)
+set_tests_properties(${runtimeUnitTests} PROPERTIES LABELS "unit;runtime")
 
 add_executable(kelmo_runtime_display_tests
   ${CMAKE_CURRENT_LIST_DIR}/web_view_fixture.cpp
@@ -20,6 +22,5 @@ target_compile_definitions(kelmo_runtime_display_tests PRIVATE
   KELMO_EXAMPLES_DIR="${PROJECT_SOURCE_DIR}/examples")
 # The player page and its scripts are read from the build's resources.
 add_dependencies(kelmo_runtime_display_tests kelmo_resources)
-# Listing the tests opens the display too, so it happens when CTest runs them.
-gtest_discover_tests(kelmo_runtime_display_tests DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST
-  PROPERTIES LABELS "display;runtime" TIMEOUT 300)
+gtest_add_tests(TARGET kelmo_runtime_display_tests TEST_LIST runtimeDisplayTests)
+set_tests_properties(${runtimeDisplayTests} PROPERTIES LABELS "display;runtime" TIMEOUT 300)
