@@ -253,24 +253,29 @@ TEST_F(WebViewLoadingTest, HtmlPagesReadTheirFolderAndBelowButNotAbove) {
     writeFile(folder / "site" / "style.css", "#probe { width: 123px; }");
     writeFile(folder / "site" / "data.json", R"({"from": "sibling"})");
     writeFile(folder / "site" / "scripts" / "child.js", "window.childScript = true;");
+    const std::string outside = "file://" + (folder / "outside").string();
     writeFile(folder / "site" / "index.html", R"(<!doctype html>
         <link rel="stylesheet" href="style.css">
         <div id="probe"></div>
         <script src="scripts/child.js"></script>
         <script src="../outside.js"></script>
+        <script src=")" + outside + R"(.js"></script>
         <script>
           const text = (url) => fetch(url).then((r) => r.ok ? r.text() : "failed", () => "failed");
-          Promise.all([text("data.json"), text("../outside.txt")]).then(([sibling, parent]) => {
-            window.results = { sibling: JSON.parse(sibling).from, parent,
-              child: window.childScript === true, parentScript: window.parentScript === true,
-              width: getComputedStyle(document.getElementById("probe")).width };
-          });
+          Promise.all([text("data.json"), text("../outside.txt"), text(")" +
+                                                  outside + R"(.txt")])
+            .then(([sibling, parent, file]) => {
+              window.results = { sibling: JSON.parse(sibling).from, parent, file,
+                child: window.childScript === true, parentScript: window.parentScript === true,
+                width: getComputedStyle(document.getElementById("probe")).width };
+            });
         </script>)");
     ASSERT_TRUE(host.load(folder / "site" / "index.html"));
     EXPECT_TRUE(host.errorMessages.empty());
     ASSERT_TRUE(host.waitUntil("window.results"));
     EXPECT_EQ(host.evaluate("JSON.stringify(window.results)"),
-              R"({"sibling":"sibling","parent":"failed","child":true,"parentScript":false,)"
+              R"({"sibling":"sibling","parent":"failed","file":"failed","child":true,)"
+              R"("parentScript":false,)"
               R"("width":"123px"})");
 }
 
