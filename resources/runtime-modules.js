@@ -2,10 +2,17 @@
 //
 // Each entry maps an import specifier to the runtime files that provide it and to
 // a function that answers its exports once those files have run. Files are
-// top-level resources served under artifact://player/; they are loaded in the
-// order listed, each at most once, and only when a module that needs them is
-// imported (or needed by the player itself, which renders with React). To offer
-// another library, add its file to the resources and an entry here.
+// top-level resources served under artifact://player/; they are loaded at most
+// once, in the order listed, and only when a module that needs them is imported
+// (or needed by the player itself, which renders with React).
+//
+// Library bundles (lib-*.js, kelmo-*.js) are built from npm packages by
+// js/build.mjs; each registers its modules on window.kelmoLibraries under their
+// specifiers. To offer another library, add it to a bundle there and an entry here.
+//
+// Entry fields: files, exports, and optionally
+//   hidden:   an alias, left out of the list shown for an unknown import;
+//   subpaths: "lodash/debounce" answers the export "debounce" of "lodash".
 (function () {
   "use strict";
 
@@ -21,23 +28,71 @@
     return { jsx, jsxs: jsx, jsxDEV: jsx, Fragment: React.Fragment };
   }
 
-  window.kelmoModules = {
-    "react": {
-      files: react,
-      exports: () => window.React,
-    },
-    "react/jsx-runtime": {
-      files: react,
-      exports: () => jsxRuntime(window.React),
-    },
-    "react/jsx-dev-runtime": {
-      files: react,
-      exports: () => jsxRuntime(window.React),
-    },
-    "react-dom": {
-      files: reactDom,
-      exports: () => window.ReactDOM,
-    },
+  // A bundled module as an ES module namespace for the compiled artifact. A module
+  // without a default export answers itself as its default, so that
+  // `import d3 from "d3"` works like `import * as d3 from "d3"`.
+  function namespaceOf(module) {
+    const namespace = { __esModule: true };
+    for (const name of Object.keys(module))
+      namespace[name] = module[name];
+    if (namespace.default === undefined)
+      namespace.default = namespace;
+    return namespace;
+  }
+
+  function bundled(specifier) {
+    return () => {
+      const module = window.kelmoLibraries && window.kelmoLibraries[specifier];
+      if (!module)
+        throw new Error(`The bundle for "${specifier}" did not register it`);
+      return namespaceOf(module);
+    };
+  }
+
+  // ---- lucide-react: unknown icon names -------------------------------------------
+
+  // Icons come and go between releases; an artifact written against another one
+  // gets a visible placeholder for an icon this release lacks, and a warning,
+  // instead of a crash of the whole render.
+  function iconsWithPlaceholders(icons) {
+    const React = window.React;
+    const placeholders = new Map();
+    function placeholder(name) {
+      if (!placeholders.has(name)) {
+        console.warn(`lucide-react has no icon "${name}"; showing a placeholder instead.`);
+        const Placeholder = React.forwardRef(function MissingIcon(
+          { size = 24, color = "currentColor", strokeWidth = 2, className, ...rest }, ref) {
+          return React.createElement("svg", {
+            ref, width: size, height: size, viewBox: "0 0 24 24", fill: "none",
+            stroke: color, strokeWidth, strokeLinecap: "round", strokeLinejoin: "round",
+            className: ["lucide", className].filter(Boolean).join(" "),
+            "data-kelmo-missing-icon": name, ...rest,
+          },
+          React.createElement("rect", { x: 3, y: 3, width: 18, height: 18, rx: 2, strokeDasharray: "3 3" }),
+          React.createElement("path", { d: "M9.5 9.5a2.5 2.5 0 1 1 3.5 2.3c-.6.3-1 .8-1 1.4V14" }),
+          React.createElement("circle", { cx: 12, cy: 17, r: 0.5 }));
+        });
+        Placeholder.displayName = name;
+        placeholders.set(name, Placeholder);
+      }
+      return placeholders.get(name);
+    }
+    return new Proxy(icons, {
+      get(target, name) {
+        if (name in target || typeof name !== "string" || !/^[A-Z]/.test(name))
+          return target[name];
+        return placeholder(name);
+      },
+    });
+  }
+
+  // ---- The table -------------------------------------------------------------------
+
+  const modules = {
+    "react": { files: react, exports: () => window.React },
+    "react/jsx-runtime": { files: react, exports: () => jsxRuntime(window.React), hidden: true },
+    "react/jsx-dev-runtime": { files: react, exports: () => jsxRuntime(window.React), hidden: true },
+    "react-dom": { files: reactDom, exports: () => window.ReactDOM },
     "react-dom/client": {
       files: reactDom,
       exports: () => ({
@@ -45,5 +100,136 @@
         hydrateRoot: window.ReactDOM.hydrateRoot,
       }),
     },
+    "lucide-react": {
+      files: [...react, "lib-lucide.js"],
+      exports: () => iconsWithPlaceholders(bundled("lucide-react")()),
+    },
+    "recharts": { files: [...reactDom, "lib-recharts.js"], exports: bundled("recharts") },
+    "mathjs": { files: ["lib-mathjs.js"], exports: bundled("mathjs") },
+    "lodash": { files: ["lib-lodash.js"], exports: bundled("lodash"), subpaths: true },
+    "d3": { files: ["lib-d3.js"], exports: bundled("d3") },
+    "three": { files: ["lib-three.js"], exports: bundled("three") },
+    "papaparse": { files: ["lib-papaparse.js"], exports: bundled("papaparse") },
+    "xlsx": { files: ["lib-xlsx.js"], exports: bundled("xlsx") },
+    "chart.js": { files: [...reactDom, "lib-chartjs.js"], exports: bundled("chart.js") },
+    "chart.js/auto": { files: [...reactDom, "lib-chartjs.js"], exports: bundled("chart.js/auto") },
+    "react-chartjs-2": {
+      files: [...reactDom, "lib-chartjs.js"],
+      exports: bundled("react-chartjs-2"),
+    },
+    "tone": { files: ["lib-tone.js"], exports: bundled("tone") },
+    "plotly": {
+      files: ["plotly.min.js"],
+      exports: () => namespaceOf({ default: window.Plotly, ...window.Plotly }),
+    },
+    "framer-motion": { files: [...reactDom, "lib-framer-motion.js"], exports: bundled("framer-motion") },
+    "clsx": { files: ["lib-classnames.js"], exports: bundled("clsx") },
+    "tailwind-merge": { files: ["lib-classnames.js"], exports: bundled("tailwind-merge") },
+    "class-variance-authority": {
+      files: ["lib-classnames.js"],
+      exports: bundled("class-variance-authority"),
+    },
+    "uuid": { files: ["lib-uuid.js"], exports: bundled("uuid") },
+    "@/lib/utils": { files: [...reactDom, "kelmo-ui.js"], exports: bundled("@/lib/utils") },
   };
+
+  const threeAddons = [
+    "controls/OrbitControls.js", "controls/TrackballControls.js", "geometries/RoundedBoxGeometry.js",
+  ];
+  for (const addon of threeAddons) {
+    modules[`three/addons/${addon}`] = {
+      files: ["lib-three.js", "lib-three-addons.js"],
+      exports: bundled(`three/addons/${addon}`),
+      hidden: true,
+    };
+  }
+
+  // The shadcn/ui-style components (js/ui), all in one bundle.
+  const uiComponents = [
+    "accordion", "alert", "alert-dialog", "aspect-ratio", "avatar", "badge", "button",
+    "card", "checkbox", "collapsible", "dialog", "dropdown-menu", "hover-card", "input",
+    "label", "popover", "progress", "radio-group", "scroll-area", "select", "separator",
+    "sheet", "skeleton", "slider", "switch", "table", "tabs", "textarea", "toggle",
+    "toggle-group", "tooltip",
+  ];
+  for (const name of uiComponents) {
+    modules[`@/components/ui/${name}`] = {
+      files: [...reactDom, "kelmo-ui.js"],
+      exports: bundled(`@/components/ui/${name}`),
+      hidden: true,
+    };
+  }
+
+  // Other names artifacts use for the same modules.
+  const aliases = {
+    "lodash-es": "lodash",
+    "plotly.js": "plotly",
+    "plotly.js-dist": "plotly",
+    "plotly.js-dist-min": "plotly",
+    "plotly.js/dist/plotly": "plotly",
+    "motion/react": "framer-motion",
+    "chart.js/auto/auto.js": "chart.js/auto",
+    "uuidv4": "uuid",
+  };
+  const d3Parts = [
+    "array", "axis", "brush", "chord", "color", "contour", "delaunay", "dispatch", "drag",
+    "dsv", "ease", "fetch", "force", "format", "geo", "hierarchy", "interpolate", "path",
+    "polygon", "quadtree", "random", "scale", "scale-chromatic", "selection", "shape", "time",
+    "time-format", "timer", "transition", "zoom",
+  ];
+  for (const part of d3Parts)
+    aliases[`d3-${part}`] = "d3";
+  for (const [alias, target] of Object.entries(aliases))
+    modules[alias] = { ...modules[target], hidden: true };
+
+  // The stylesheet of a package (katex/dist/katex.min.css) or of the artifact's
+  // own project (./App.css): the page has none of those files, and Tailwind styles
+  // the artifact, so the import is accepted and adds nothing.
+  const stylesheet = { files: [], exports: () => ({ __esModule: true, default: {} }), hidden: true };
+
+  // The table entry for a specifier, creating entries for the spellings that map
+  // onto a listed module; undefined when nothing provides it.
+  function resolve(specifier) {
+    if (Object.prototype.hasOwnProperty.call(modules, specifier))
+      return modules[specifier];
+    let entry;
+    const ui = /^(?:@\/|~\/|(?:\.{1,2}\/)+|\/)?(?:src\/)?(components\/ui\/[\w-]+|lib\/utils)(?:\.[jt]sx?)?$/
+      .exec(specifier);
+    const three = /^three\/(?:examples\/jsm|addons)\/(.+?)(?:\.js)?$/.exec(specifier);
+    if (/\.(?:css|scss|sass|less)(?:\?.*)?$/i.test(specifier)) {
+      entry = stylesheet;
+    } else if (ui && modules[`@/${ui[1]}`]) {
+      entry = modules[`@/${ui[1]}`];
+    } else if (three && modules[`three/addons/${three[1]}.js`]) {
+      entry = modules[`three/addons/${three[1]}.js`];
+    } else {
+      const slash = specifier.indexOf("/", specifier.startsWith("@") ? specifier.indexOf("/") + 1 : 0);
+      const base = slash > 0 ? modules[specifier.slice(0, slash)] : undefined;
+      const name = slash > 0 ? specifier.slice(slash + 1).replace(/\.js$/, "") : "";
+      if (base && base.subpaths && /^\w+$/.test(name)) {
+        entry = {
+          files: base.files,
+          exports: () => {
+            const value = base.exports()[name];
+            if (value === undefined)
+              throw new Error(`"${specifier}" does not exist in the shipped version`);
+            return { __esModule: true, default: value, [name]: value };
+          },
+          hidden: true,
+        };
+      }
+    }
+    if (entry)
+      modules[specifier] = entry;
+    return entry;
+  }
+
+  // What an artifact may import, for the message about an unknown import.
+  function listing() {
+    const names = Object.keys(modules).filter((name) => !modules[name].hidden);
+    return [...names, "@/components/ui/{" + uiComponents.join(",") + "}"];
+  }
+
+  window.kelmoModules = modules;
+  window.kelmoModuleTable = { resolve, listing };
 })();

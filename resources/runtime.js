@@ -10,6 +10,7 @@
 
   const PLAYER_URL = "artifact://player/";
   const MAX_SHOWN_ERRORS = 5;
+  const TAILWIND_FILE = "kelmo-tailwind.js";
 
   function setState(state) {
     document.documentElement.dataset.kelmoState = state;
@@ -196,22 +197,40 @@
 
   // ---- Modules -----------------------------------------------------------------
 
+  // The package an import specifier names: "lodash/debounce" -> "lodash",
+  // "@scope/name/sub" -> "@scope/name".
+  function packageOf(specifier) {
+    const parts = specifier.split("/");
+    return specifier.startsWith("@") && parts.length > 1 ? parts.slice(0, 2).join("/") : parts[0];
+  }
+
   class UnresolvedModuleError extends Error {
     constructor(specifier) {
-      const known = Object.keys(window.kelmoModules || {}).filter((name) => !name.includes("jsx"));
-      super(`Cannot resolve import "${specifier}". Available modules: ${known.join(", ")}.`);
+      const known = window.kelmoModuleTable ? window.kelmoModuleTable.listing() : [];
+      super(`Cannot resolve import "${specifier}": the package "${packageOf(specifier)}" ` +
+        `is not available in Kelmo. Available modules: ${known.join(", ")}.`);
       this.name = "UnresolvedModuleError";
     }
+  }
+
+  function entryFor(specifier) {
+    const entry = window.kelmoModuleTable && window.kelmoModuleTable.resolve(specifier);
+    if (!entry)
+      throw new UnresolvedModuleError(specifier);
+    return entry;
   }
 
   const loadedFiles = new Map();
   const moduleExports = new Map();
 
+  // Scripts added together download in parallel and, not being async, run in the
+  // order they were added.
   function loadFile(file) {
     if (!loadedFiles.has(file)) {
       loadedFiles.set(file, new Promise((resolve, reject) => {
         const script = document.createElement("script");
         script.src = PLAYER_URL + file;
+        script.async = false;
         script.onload = resolve;
         script.onerror = () => reject(new Error(`Could not load the runtime file ${file}`));
         document.head.append(script);
@@ -220,24 +239,82 @@
     return loadedFiles.get(file);
   }
 
-  async function loadModules(specifiers) {
-    for (const specifier of specifiers) {
-      const entry = window.kelmoModules[specifier];
-      if (!entry)
-        throw new UnresolvedModuleError(specifier);
-      for (const file of entry.files)
-        await loadFile(file);
-    }
+  // Loads the files of every module (and any extra files), each once, in order.
+  async function loadModules(specifiers, extraFiles = []) {
+    const files = [];
+    for (const specifier of specifiers)
+      files.push(...entryFor(specifier).files);
+    files.push(...extraFiles);
+    await Promise.all([...new Set(files)].map(loadFile));
   }
 
   function require(specifier) {
-    if (!moduleExports.has(specifier)) {
-      const entry = window.kelmoModules[specifier];
-      if (!entry)
-        throw new UnresolvedModuleError(specifier);
-      moduleExports.set(specifier, entry.exports());
-    }
+    if (!moduleExports.has(specifier))
+      moduleExports.set(specifier, entryFor(specifier).exports());
     return moduleExports.get(specifier);
+  }
+
+  // ---- Host APIs -----------------------------------------------------------------
+
+  // What artifacts written for Claude's artifact viewer call on window. Storage is
+  // kept by the application, per artifact file, across runs and restarts; Claude
+  // and the user's files are out of reach offline, so those calls reject with a
+  // message that says so.
+  function installHostApis() {
+    const channel = window.webkit && window.webkit.messageHandlers &&
+      window.webkit.messageHandlers.kelmoStorage;
+    const memory = new Map(); // without the application: kept for this page only
+
+    function keyText(key) {
+      if (typeof key !== "string" || key === "")
+        throw new TypeError("window.storage: the key must be a non-empty string");
+      return key;
+    }
+
+    async function ask(request) {
+      if (channel)
+        return channel.postMessage(request);
+      const slot = (request.shared ? "shared:" : "own:") + (request.key || "");
+      switch (request.operation) {
+      case "get": return memory.has(slot) ? memory.get(slot) : null;
+      case "set": memory.set(slot, request.value); return true;
+      case "delete": return memory.delete(slot);
+      default: {
+        const prefix = (request.shared ? "shared:" : "own:") + (request.prefix || "");
+        return [...memory.keys()].filter((key) => key.startsWith(prefix))
+          .map((key) => key.slice(key.indexOf(":") + 1));
+      }
+      }
+    }
+
+    window.storage = {
+      async get(key, shared = false) {
+        const value = await ask({ operation: "get", key: keyText(key), shared: !!shared });
+        return typeof value === "string" ? { key, value, shared: !!shared } : null;
+      },
+      async set(key, value, shared = false) {
+        const text = typeof value === "string" ? value : JSON.stringify(value);
+        if (text === undefined)
+          throw new TypeError("window.storage.set: the value must be a string");
+        await ask({ operation: "set", key: keyText(key), value: text, shared: !!shared });
+        return { key, value: text, shared: !!shared };
+      },
+      async delete(key, shared = false) {
+        const deleted = await ask({ operation: "delete", key: keyText(key), shared: !!shared });
+        return { key, deleted: !!deleted, shared: !!shared };
+      },
+      async list(prefix = "", shared = false) {
+        const keys = await ask({ operation: "list", prefix: String(prefix || ""), shared: !!shared });
+        return { keys: Array.from(keys || []).sort(), prefix: prefix || "", shared: !!shared };
+      },
+    };
+
+    function offline(what) {
+      return () => Promise.reject(new Error(
+        `${what} is not available offline: Kelmo runs artifacts on this computer, without Claude.`));
+    }
+    window.claude = { complete: offline("window.claude.complete") };
+    window.fs = { readFile: offline("window.fs.readFile") };
   }
 
   // ---- Compiling ---------------------------------------------------------------
@@ -376,9 +453,11 @@
     if (typeof source !== "string" || source.trim() === "")
       throw new Error("The artifact has no code");
 
+    installHostApis();
     const compiled = compile(source);
-    // The player renders with React, whatever the artifact imports.
-    await loadModules(["react", "react-dom/client", ...compiled.imports]);
+    // The player renders with React, whatever the artifact imports, and styles
+    // with Tailwind, which nearly every artifact's classes assume.
+    await loadModules(["react", "react-dom/client", ...compiled.imports], [TAILWIND_FILE]);
 
     const module = { exports: {} };
     const evaluate = new Function("require", "module", "exports",

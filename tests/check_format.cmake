@@ -1,7 +1,8 @@
 # Fails when any C++ file of the project differs from what clang-format makes of it.
 find_program(CLANG_FORMAT clang-format REQUIRED)
 file(GLOB_RECURSE files ${SOURCE_DIR}/src/*.cpp ${SOURCE_DIR}/src/*.h
-  ${SOURCE_DIR}/tests/*.cpp ${SOURCE_DIR}/tests/*.h ${SOURCE_DIR}/bench/*.cpp)
+  ${SOURCE_DIR}/tests/*.cpp ${SOURCE_DIR}/tests/*.h ${SOURCE_DIR}/bench/*.cpp
+  ${SOURCE_DIR}/tools/*.cpp)
 set(unformatted)
 foreach(file ${files})
   execute_process(COMMAND ${CLANG_FORMAT} --dry-run --Werror ${file}

@@ -146,13 +146,18 @@ TEST_F(PlayerPageTest, RuntimeErrorsShowThePanelAndAreLoggedOnce) {
     EXPECT_EQ(countOf(output.text(), "❌ [JS]"), 3) << output.text();
 }
 
-TEST_F(PlayerPageTest, AnUnknownImportNamesTheModule) {
+TEST_F(PlayerPageTest, AnUnknownImportNamesThePackageAndWhatIsAvailable) {
     StandardOutputCapture output;
-    ASSERT_EQ(run("unknown.jsx", "import chunk from 'lodash/chunk';\n"
+    ASSERT_EQ(run("unknown.jsx", "import { Bell } from 'lucide-react';\n"
+                                 "import chunk from 'left-pad-ultra/chunk';\n"
                                  "export default () => <p>{chunk([1, 2], 1).length}</p>;\n"),
               "error");
-    EXPECT_NE(panelText().find("\"lodash/chunk\""), std::string::npos) << panelText();
-    ASSERT_TRUE(output.waitFor("lodash/chunk"));
+    const auto panel = panelText();
+    EXPECT_NE(panel.find("\"left-pad-ultra/chunk\""), std::string::npos) << panel;
+    EXPECT_NE(panel.find("package \"left-pad-ultra\""), std::string::npos) << panel;
+    for (const auto* shipped : {"recharts", "lucide-react", "@/components/ui/{accordion,"})
+        EXPECT_NE(panel.find(shipped), std::string::npos) << shipped;
+    ASSERT_TRUE(output.waitFor("left-pad-ultra/chunk"));
     EXPECT_NE(output.text().find("❌ [JS] Unknown import: "), std::string::npos);
 }
 

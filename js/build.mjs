@@ -1,0 +1,162 @@
+// Bundles the libraries that artifacts may import into flat files for the player
+// page, one file per group of modules.
+//
+//   node js/build.mjs <output folder>
+//
+// Each bundle is an IIFE that registers its modules' namespaces on
+// window.kelmoLibraries under their import specifiers; resources/runtime-modules.js
+// maps specifiers to files and reads them from there. React and ReactDOM are not
+// bundled: every bundle uses the page's one copy (window.React, window.ReactDOM),
+// and a bundle may borrow another bundle's modules the same way (see `borrows`).
+//
+// To offer another library: `npm install --save-exact` it, add a bundle (or a
+// module to an existing one) below, and an entry for its specifier in
+// resources/runtime-modules.js.
+import * as esbuild from "esbuild";
+import { mkdirSync } from "node:fs";
+import path from "node:path";
+import { fileURLToPath } from "node:url";
+
+const here = path.dirname(fileURLToPath(import.meta.url));
+const root = path.dirname(here);
+
+// file name -> { modules: specifier -> what to import, borrows: specifiers from other bundles }
+export const bundles = {
+  "lib-lucide.js": { modules: { "lucide-react": "lucide-react" } },
+  "lib-recharts.js": { modules: { recharts: "recharts" } },
+  "lib-mathjs.js": { modules: { mathjs: "mathjs" } },
+  "lib-lodash.js": { modules: { lodash: "lodash" } },
+  "lib-d3.js": { modules: { d3: "d3" } },
+  "lib-three.js": { modules: { three: "three" } },
+  "lib-three-addons.js": {
+    modules: {
+      "three/addons/controls/OrbitControls.js": "three/examples/jsm/controls/OrbitControls.js",
+      "three/addons/controls/TrackballControls.js":
+        "three/examples/jsm/controls/TrackballControls.js",
+      "three/addons/geometries/RoundedBoxGeometry.js":
+        "three/examples/jsm/geometries/RoundedBoxGeometry.js",
+    },
+    borrows: ["three"],
+  },
+  "lib-papaparse.js": { modules: { papaparse: "papaparse" } },
+  "lib-xlsx.js": { modules: { xlsx: "xlsx" } },
+  "lib-chartjs.js": {
+    modules: {
+      "chart.js": "chart.js",
+      "chart.js/auto": "chart.js/auto",
+      "react-chartjs-2": "react-chartjs-2",
+    },
+  },
+  "lib-tone.js": { modules: { tone: "tone" } },
+  "lib-framer-motion.js": { modules: { "framer-motion": "framer-motion" } },
+  "lib-classnames.js": {
+    modules: {
+      clsx: "clsx",
+      "tailwind-merge": "tailwind-merge",
+      "class-variance-authority": "class-variance-authority",
+    },
+  },
+  "lib-uuid.js": { modules: { uuid: "uuid" } },
+  "kelmo-tailwind.js": { modules: { "kelmo:tailwind": "./tailwind.js" } },
+  "kelmo-ui.js": { modules: uiModules(), borrows: [] },
+};
+
+function uiModules() {
+  const names = [
+    "accordion", "alert", "alert-dialog", "aspect-ratio", "avatar", "badge", "button",
+    "card", "checkbox", "collapsible", "dialog", "dropdown-menu", "hover-card", "input",
+    "label", "popover", "progress", "radio-group", "scroll-area", "select", "separator",
+    "sheet", "skeleton", "slider", "switch", "table", "tabs", "textarea", "toggle",
+    "toggle-group", "tooltip",
+  ];
+  const modules = { "@/lib/utils": "./lib/utils.js" };
+  for (const name of names)
+    modules[`@/components/ui/${name}`] = `./ui/${name}.jsx`;
+  return modules;
+}
+
+// The page's own React, for every bundle. The automatic JSX runtime is built over
+// createElement, as React's browser build ships none.
+const pageGlobals = {
+  react: "module.exports = window.React;",
+  "react-dom": "module.exports = window.ReactDOM;",
+  "react-dom/client": "module.exports = window.ReactDOM;",
+  "react/jsx-runtime": jsxRuntimeShim(),
+  "react/jsx-dev-runtime": jsxRuntimeShim(),
+};
+
+function jsxRuntimeShim() {
+  return `
+    const React = window.React;
+    function jsx(type, props, key) {
+      return React.createElement(type, key === undefined ? props : Object.assign({}, props, { key }));
+    }
+    module.exports = { jsx, jsxs: jsx, jsxDEV: jsx, Fragment: React.Fragment };`;
+}
+
+function globalsPlugin(borrows) {
+  return {
+    name: "kelmo-globals",
+    setup(build) {
+      build.onResolve({ filter: /^(react|react-dom|three)(\/.*)?$/ }, (args) => {
+        if (pageGlobals[args.path] !== undefined)
+          return { path: args.path, namespace: "kelmo-global" };
+        if (borrows.includes(args.path))
+          return { path: args.path, namespace: "kelmo-borrowed" };
+        return undefined;
+      });
+      build.onLoad({ filter: /.*/, namespace: "kelmo-global" }, (args) => ({
+        contents: pageGlobals[args.path],
+        loader: "js",
+      }));
+      build.onLoad({ filter: /.*/, namespace: "kelmo-borrowed" }, (args) => ({
+        contents: `module.exports = window.kelmoLibraries[${JSON.stringify(args.path)}];`,
+        loader: "js",
+      }));
+    },
+  };
+}
+
+// The entry of one bundle: imports each module and registers its namespace.
+function entrySource(modules) {
+  const lines = ["const registry = (window.kelmoLibraries = window.kelmoLibraries || {});"];
+  Object.entries(modules).forEach(([specifier, source], index) => {
+    lines.push(`import * as module${index} from ${JSON.stringify(source)};`);
+    lines.push(`registry[${JSON.stringify(specifier)}] = module${index};`);
+  });
+  return lines.join("\n");
+}
+
+async function buildBundle(file, { modules, borrows = [] }, outputFolder) {
+  await esbuild.build({
+    stdin: { contents: entrySource(modules), resolveDir: here, loader: "js", sourcefile: file },
+    bundle: true,
+    format: "iife",
+    minify: true,
+    target: "safari16",
+    platform: "browser",
+    define: { "process.env.NODE_ENV": '"production"', global: "window" },
+    jsx: "automatic",
+    loader: { ".js": "jsx" },
+    nodePaths: [path.join(root, "node_modules")],
+    legalComments: "none",
+    logLevel: "warning",
+    plugins: [globalsPlugin(borrows)],
+    outfile: path.join(outputFolder, file),
+  });
+}
+
+async function main() {
+  const outputFolder = path.resolve(process.argv[2] || path.join(root, "build", "bundles"));
+  mkdirSync(outputFolder, { recursive: true });
+  const started = Date.now();
+  await Promise.all(
+    Object.entries(bundles).map(([file, bundle]) => buildBundle(file, bundle, outputFolder)));
+  
+  console.log(`Bundled ${Object.keys(bundles).length} files in ${Date.now() - started} ms`);
+}
+
+main().catch((error) => {
+  console.error(error);
+  process.exit(1);
+});

@@ -1,0 +1,7 @@
+import "katex/dist/katex.min.css";
+import "./App.css";
+import { Sparkles } from "lucide-react";
+
+export default function Styled() {
+  return <p className="flex items-center gap-2 p-6 text-lg"><Sparkles className="text-yellow-500" /> Stylesheet imports are accepted.</p>;
+}

@@ -1,0 +1,159 @@
+// kelmo-run-artifacts FOLDER [WIDTH]
+//
+// Runs every .jsx and .tsx file directly in FOLDER through the player page, one
+// after the other in one web view, and prints per file "rendered" or the first
+// error the page shows, then the pass rate. Needs a display (run it under
+// xvfb-run on a headless machine). Exits with 0 when every file rendered.
+
+#include "model/artifact.h"
+#include "model/uuid.h"
+#include "runtime/artifact_web_view.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <glib.h>
+#include <glibmm/main.h>
+#include <gtk/gtk.h>
+#include <gtkmm/application.h>
+#include <gtkmm/window.h>
+#include <jsc/jsc.h>
+#include <memory>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+constexpr std::chrono::milliseconds pageDeadline{30000};
+
+// Iterates the main loop until the condition holds or the time runs out.
+bool iterateUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout) {
+    bool expired = false;
+    auto deadline = Glib::signal_timeout().connect(
+        [&expired] {
+            expired = true;
+            return false;
+        },
+        static_cast<unsigned>(timeout.count()));
+    while (!condition() && !expired)
+        g_main_context_iteration(nullptr, TRUE);
+    deadline.disconnect();
+    return condition();
+}
+
+// Runs the script in the page and answers its value as text; empty on failure.
+std::string evaluate(WebKitWebView* webView, const std::string& script) {
+    struct Answer {
+        bool done = false;
+        std::string text;
+    };
+    auto answer = std::make_shared<Answer>();
+    webkit_web_view_evaluate_javascript(
+        webView, script.c_str(), -1, nullptr, nullptr, nullptr,
+        [](GObject* source, GAsyncResult* result, gpointer data) {
+            std::unique_ptr<std::shared_ptr<Answer>> owner{
+                static_cast<std::shared_ptr<Answer>*>(data)};
+            JSCValue* value = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(source),
+                                                                         result, nullptr);
+            if (value) {
+                gchar* text = jsc_value_to_string(value);
+                (*owner)->text = text ? text : "";
+                g_free(text);
+                g_object_unref(value);
+            }
+            (*owner)->done = true;
+        },
+        new std::shared_ptr<Answer>{answer});
+    iterateUntil([&] { return answer->done; }, pageDeadline);
+    return answer->text;
+}
+
+// The page's verdict: "rendered", or the first error it shows.
+std::string run(kelmo::ArtifactWebView& view, const std::filesystem::path& file) {
+    std::string loadError;
+    bool loaded = false;
+    auto errors =
+        view.signalErrorMessage().connect([&](const std::string& message) { loadError = message; });
+    auto loading = view.signalIsLoading().connect([&](bool isLoading) { loaded = !isLoading; });
+    view.loadIfNeeded(kelmo::Artifact::from(file), kelmo::Uuid::random());
+    iterateUntil([&] { return loaded || !loadError.empty(); }, pageDeadline);
+    errors.disconnect();
+    loading.disconnect();
+
+    const std::string state = "document.documentElement.dataset.kelmoState";
+    std::string verdict;
+    if (loadError.empty())
+        iterateUntil(
+            [&] {
+                verdict = evaluate(view.webView(), state);
+                return verdict == "rendered" || verdict == "error";
+            },
+            pageDeadline);
+    if (!loadError.empty())
+        return "load failed: " + loadError;
+    if (verdict == "error")
+        return evaluate(view.webView(),
+                        "(() => { const entry = document.querySelector('.kelmo-error__entry');"
+                        " return entry ? entry.querySelector('.kelmo-error__title').textContent"
+                        " + ': ' + entry.querySelector('.kelmo-error__message').textContent"
+                        " : 'error'; })()");
+    if (verdict != "rendered")
+        return "timed out (state: " + verdict + ")";
+    return verdict;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: %s FOLDER [WIDTH]\n", argv[0]);
+        return 2;
+    }
+    const std::filesystem::path folder{argv[1]};
+    const int width = argc > 2 ? std::max(320, std::atoi(argv[2])) : 1024;
+
+    std::vector<std::filesystem::path> files;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator{folder, error}) {
+        const auto extension = entry.path().extension().string();
+        if (entry.is_regular_file() && (extension == ".jsx" || extension == ".tsx"))
+            files.push_back(entry.path());
+    }
+    if (error) {
+        std::fprintf(stderr, "Cannot read %s: %s\n", folder.c_str(), error.message().c_str());
+        return 2;
+    }
+    std::sort(files.begin(), files.end());
+
+    // The report goes to standard output; the pages' console lines, which the web
+    // view writes there, go to standard error instead.
+    std::FILE* report = fdopen(::dup(STDOUT_FILENO), "w");
+    ::dup2(STDERR_FILENO, STDOUT_FILENO);
+
+    auto application = Gtk::Application::create("org.kelmo.Kelmo.RunArtifacts",
+                                                Gio::Application::Flags::NON_UNIQUE);
+    gtk_init();
+    Gtk::Window window;
+    window.set_default_size(width, 800);
+    auto* view = Gtk::make_managed<kelmo::ArtifactWebView>();
+    window.set_child(*view);
+    window.present();
+
+    int rendered = 0;
+    for (const auto& file : files) {
+        const std::string verdict = run(*view, file);
+        const bool passed = verdict == "rendered";
+        rendered += passed ? 1 : 0;
+        std::fprintf(report, "%s %s: %s\n", passed ? "PASS" : "FAIL", file.filename().c_str(),
+                     verdict.c_str());
+        std::fflush(report);
+    }
+    const double rate = files.empty() ? 0.0 : 100.0 * rendered / static_cast<double>(files.size());
+    std::fprintf(report, "Pass rate: %d/%zu (%.1f%%)\n", rendered, files.size(), rate);
+    std::fclose(report);
+    window.unset_child();
+    return rendered == static_cast<int>(files.size()) ? 0 : 1;
+}
