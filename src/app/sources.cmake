@@ -1,11 +1,43 @@
-# The application shell: windows, menus and the executable.
+# The application shell: windows, menus, the sidebar, the first-run guide and the
+# executable.
+set(KELMO_ICONS_DIR ${CMAKE_CURRENT_LIST_DIR}/icons)
+configure_file(${KELMO_ICONS_DIR}/kelmo-icons.gresource.xml.in
+  ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.gresource.xml @ONLY)
+file(GLOB KELMO_ICON_FILES CONFIGURE_DEPENDS ${KELMO_ICONS_DIR}/*.svg)
+find_program(GLIB_COMPILE_RESOURCES glib-compile-resources REQUIRED)
+add_custom_command(
+  OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.c
+  COMMAND ${GLIB_COMPILE_RESOURCES} --generate-source --manual-register --c-name kelmo_icons
+    --sourcedir=${KELMO_ICONS_DIR} --sourcedir=${PROJECT_SOURCE_DIR}/resources
+    --target=${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.c
+    ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.gresource.xml
+  DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.gresource.xml ${KELMO_ICON_FILES}
+    ${PROJECT_SOURCE_DIR}/resources/AppLogo.svg)
+
 add_library(kelmo_app STATIC
   ${CMAKE_CURRENT_LIST_DIR}/file_chooser_open_panel.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/symbols.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app_logo.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/sidebar_badges.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/sidebar_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/onboarding_steps.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/onboarding_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/placeholder_views.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/content_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/main_window.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/about_window.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/settings_window.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/duskwell_app.cpp
+  ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.c
 )
 target_include_directories(kelmo_app PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
-target_link_libraries(kelmo_app PUBLIC kelmo_core PkgConfig::GTKMM)
-target_compile_definitions(kelmo_app PRIVATE KELMO_VERSION="${PROJECT_VERSION}")
+target_link_libraries(kelmo_app PUBLIC kelmo_core kelmo_library PkgConfig::GTKMM)
+target_compile_definitions(kelmo_app PUBLIC
+  KELMO_VERSION="${PROJECT_VERSION}"
+  KELMO_APP_ID="${KELMO_APP_ID}"
+  KELMO_MAKER_NAME="${KELMO_MAKER_NAME}")
 
 add_executable(kelmo ${CMAKE_CURRENT_LIST_DIR}/main.cpp)
 target_link_libraries(kelmo PRIVATE kelmo_app)
+add_dependencies(kelmo kelmo_resources)
 install(TARGETS kelmo RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
