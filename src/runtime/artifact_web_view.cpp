@@ -19,7 +19,7 @@ constexpr double zoomStep = 1.1; // per wheel notch
 
 } // namespace
 
-ArtifactWebView::ArtifactWebView(ResourceLocator resources)
+ArtifactWebView::ArtifactWebView(ResourceLocator resources, std::filesystem::path storageDirectory)
     : coordinator_{std::make_unique<Coordinator>(*this)} {
     set_layout_manager(Gtk::BinLayout::create());
     set_hexpand(true);
@@ -27,6 +27,7 @@ ArtifactWebView::ArtifactWebView(ResourceLocator resources)
 
     coordinator_->schemeHandler = std::make_shared<ArtifactSchemeHandler>(std::move(resources));
     coordinator_->fileSchemeHandler = std::make_shared<ArtifactFileSchemeHandler>();
+    coordinator_->storage = std::make_shared<ArtifactStorage>(std::move(storageDirectory));
 
     auto contentManager =
         GObjectRef<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());

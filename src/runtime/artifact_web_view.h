@@ -2,6 +2,7 @@
 
 #include "model/artifact.h"
 #include "model/uuid.h"
+#include "runtime/artifact_storage.h"
 #include "runtime/gobject_ref.h"
 #include "runtime/resource_locator.h"
 
@@ -19,7 +20,8 @@ namespace kelmo {
 // Hosts the web view in which one artifact runs. HTML artifacts open from their
 // file with read access to its folder and below; JSX and TSX artifacts are read as
 // text and run inside the player page "artifact://player/". The page's console
-// output is written to standard output, one prefixed line per message.
+// output is written to standard output, one prefixed line per message, and its
+// window.storage values are kept per artifact file (ArtifactStorage).
 //
 // The widget owns the web view, its Coordinator (which loads and listens) and the
 // scheme handlers that answer the view's requests. Whether a load is under way and
@@ -29,7 +31,10 @@ class ArtifactWebView : public Gtk::Widget {
 public:
     class Coordinator;
 
-    explicit ArtifactWebView(ResourceLocator resources = ResourceLocator::application());
+    // storageDirectory: where the artifacts' window.storage values are kept.
+    explicit ArtifactWebView(
+        ResourceLocator resources = ResourceLocator::application(),
+        std::filesystem::path storageDirectory = ArtifactStorage::defaultDirectory());
     ~ArtifactWebView() override;
     ArtifactWebView(const ArtifactWebView&) = delete;
     ArtifactWebView& operator=(const ArtifactWebView&) = delete;

@@ -7,6 +7,7 @@
 #include <glibmm/main.h>
 #include <jsc/jsc.h>
 #include <utility>
+#include <vector>
 
 namespace kelmo {
 
@@ -27,6 +28,14 @@ std::optional<std::string> stringProperty(JSCValue* object, const char* name) {
     std::string result = text ? text : "";
     g_free(text);
     return result;
+}
+
+bool booleanProperty(JSCValue* object, const char* name) {
+    if (!jsc_value_object_has_property(object, name))
+        return false;
+    GObjectRef<JSCValue> value =
+        GObjectRef<JSCValue>::adopt(jsc_value_object_get_property(object, name));
+    return value && jsc_value_to_boolean(value.get());
 }
 
 } // namespace
@@ -57,6 +66,8 @@ ArtifactWebView::Coordinator::~Coordinator() {
                                                                       jsConsoleChannel, nullptr);
         webkit_user_content_manager_unregister_script_message_handler(
             contentManager_.get(), artifactBridgeChannel, nullptr);
+        webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
+                                                                      storageChannel, nullptr);
     }
 }
 
@@ -70,6 +81,10 @@ void ArtifactWebView::Coordinator::listenTo(WebKitUserContentManager* contentMan
                                                                 nullptr);
     webkit_user_content_manager_register_script_message_handler(contentManager,
                                                                 artifactBridgeChannel, nullptr);
+    g_signal_connect(contentManager, "script-message-with-reply-received::kelmoStorage",
+                     G_CALLBACK(onStorageMessage), this);
+    webkit_user_content_manager_register_script_message_handler_with_reply(contentManager,
+                                                                           storageChannel, nullptr);
 }
 
 void ArtifactWebView::Coordinator::follow(WebKitWebView* webView) {
@@ -93,6 +108,8 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
     timedOut_ = false;
 
     const std::filesystem::path url{artifact.type.url};
+    if (storage)
+        storage->setArtifact(url);
     if (artifact.type.kind == ArtifactType::Kind::html) {
         if (fileSchemeHandler)
             fileSchemeHandler->setRoot(url.parent_path());
@@ -163,6 +180,50 @@ void ArtifactWebView::Coordinator::didReceive(std::string_view channel, JSCValue
     std::fflush(stdout);
 }
 
+// A request from window.storage: {operation, key, value, prefix, shared}. Answers
+// get with the value or null, set with true, delete with whether the key was there
+// and list with the matching keys.
+void ArtifactWebView::Coordinator::answerStorageRequest(JSCValue* request,
+                                                        WebKitScriptMessageReply* reply) {
+    if (!storage || !request || !jsc_value_is_object(request)) {
+        webkit_script_message_reply_return_error_message(reply, "Storage is not available");
+        return;
+    }
+    JSCContext* context = jsc_value_get_context(request);
+    const auto operation = stringProperty(request, "operation").value_or("");
+    const auto key = stringProperty(request, "key").value_or("");
+    const bool shared = booleanProperty(request, "shared");
+    GObjectRef<JSCValue> answer;
+    if (operation == "get") {
+        const auto value = storage->get(key, shared);
+        answer = GObjectRef<JSCValue>::adopt(value ? jsc_value_new_string(context, value->c_str())
+                                                   : jsc_value_new_null(context));
+    } else if (operation == "set") {
+        const auto value = stringProperty(request, "value");
+        if (!value) {
+            webkit_script_message_reply_return_error_message(reply, "The value must be a string");
+            return;
+        }
+        storage->set(key, *value, shared);
+        answer = GObjectRef<JSCValue>::adopt(jsc_value_new_boolean(context, TRUE));
+    } else if (operation == "delete") {
+        answer = GObjectRef<JSCValue>::adopt(
+            jsc_value_new_boolean(context, storage->remove(key, shared)));
+    } else if (operation == "list") {
+        const auto keys = storage->list(stringProperty(request, "prefix").value_or(""), shared);
+        std::vector<const char*> strv;
+        for (const auto& listed : keys)
+            strv.push_back(listed.c_str());
+        strv.push_back(nullptr);
+        answer = GObjectRef<JSCValue>::adopt(
+            jsc_value_new_array_from_strv(context, const_cast<char**>(strv.data())));
+    } else {
+        webkit_script_message_reply_return_error_message(reply, "Unknown storage operation");
+        return;
+    }
+    webkit_script_message_reply_return_value(reply, answer.get());
+}
+
 void ArtifactWebView::Coordinator::onLoadChanged(WebKitWebView*, WebKitLoadEvent event,
                                                  gpointer self) {
     auto* coordinator = static_cast<Coordinator*>(self);
@@ -187,6 +248,14 @@ void ArtifactWebView::Coordinator::onConsoleMessage(WebKitUserContentManager*, J
 void ArtifactWebView::Coordinator::onBridgeMessage(WebKitUserContentManager*, JSCValue* body,
                                                    gpointer self) {
     static_cast<Coordinator*>(self)->didReceive(artifactBridgeChannel, body);
+}
+
+gboolean ArtifactWebView::Coordinator::onStorageMessage(WebKitUserContentManager*,
+                                                        JSCValue* request,
+                                                        WebKitScriptMessageReply* reply,
+                                                        gpointer self) {
+    static_cast<Coordinator*>(self)->answerStorageRequest(request, reply);
+    return TRUE;
 }
 
 } // namespace kelmo

@@ -2,6 +2,7 @@
 
 #include "runtime/artifact_file_scheme_handler.h"
 #include "runtime/artifact_scheme_handler.h"
+#include "runtime/artifact_storage.h"
 #include "runtime/artifact_web_view.h"
 
 #include <chrono>
@@ -16,6 +17,8 @@ namespace kelmo {
 // The script message channels the page may post to.
 inline constexpr char jsConsoleChannel[] = "jsConsole";
 inline constexpr char artifactBridgeChannel[] = "artifactBridge";
+// The page's window.storage asks here and waits for the answer.
+inline constexpr char storageChannel[] = "kelmoStorage";
 
 // The line written to standard output for one console message: the level's prefix,
 // a space, the message and a line feed.
@@ -40,6 +43,7 @@ public:
 
     std::shared_ptr<ArtifactSchemeHandler> schemeHandler;
     std::shared_ptr<ArtifactFileSchemeHandler> fileSchemeHandler;
+    std::shared_ptr<ArtifactStorage> storage;
     std::chrono::milliseconds loadTimeout{std::chrono::seconds{60}};
 
 private:
@@ -50,12 +54,15 @@ private:
     void didFinish();
     void didFail(const GError* error);
     void didReceive(std::string_view channel, JSCValue* body);
+    void answerStorageRequest(JSCValue* request, WebKitScriptMessageReply* reply);
 
     static void onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self);
     static gboolean onLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar*, GError* error,
                                  gpointer self);
     static void onConsoleMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static void onBridgeMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
+    static gboolean onStorageMessage(WebKitUserContentManager*, JSCValue* request,
+                                     WebKitScriptMessageReply* reply, gpointer self);
 
     ArtifactWebView& parent_;
     std::string lastLoadKey_;

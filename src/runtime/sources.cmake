@@ -1,9 +1,10 @@
-# The artifact runtime. The scheme handlers' routing and serving are free of WebKit
-# (and unit-tested without a display); the web view host links WebKit and GTK.
+# The artifact runtime. The scheme handlers' routing and serving, and the artifacts'
+# storage, are free of WebKit (and unit-tested without a display); the web view host links WebKit and GTK.
 add_library(kelmo_runtime_schemes STATIC
   ${CMAKE_CURRENT_LIST_DIR}/scheme_support.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_scheme_handler.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_file_scheme_handler.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/artifact_storage.cpp
 )
 target_link_libraries(kelmo_runtime_schemes PUBLIC kelmo_core)
 

@@ -80,6 +80,12 @@ bool WebViewFixture::waitUntil(const std::string& expression) {
     return false;
 }
 
+bool WebViewFixture::setViewportWidth(int width) {
+    view_->set_size_request(width, -1);
+    view_->set_halign(Gtk::Align::START);
+    return waitUntil("window.innerWidth === " + std::to_string(width));
+}
+
 std::string WebViewFixture::waitForPlayer() {
     const std::string state = "document.documentElement.dataset.kelmoState";
     waitUntil(state + " === 'rendered' || " + state + " === 'error'");

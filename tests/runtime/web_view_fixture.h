@@ -35,6 +35,10 @@ public:
     // Waits until the expression is true in the page.
     bool waitUntil(const std::string& expression);
 
+    // Gives the page a viewport of this width (as a device mode does) and waits until
+    // the page sees it.
+    bool setViewportWidth(int width);
+
     std::vector<bool> loadingReports;
     std::vector<std::string> errorMessages;
 

@@ -1,0 +1,230 @@
+// The player page with what real artifacts import: every artifact of
+// tests/artifacts renders, Tailwind's classes take effect, the shadcn-style
+// components look and behave as expected, and the host APIs answer. One web view
+// serves the whole suite.
+
+#include "test_support.h"
+#include "web_view_fixture.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <memory>
+#include <vector>
+
+namespace kelmo {
+namespace {
+
+using testing::StandardOutputCapture;
+using testing::TemporaryDirectory;
+using testing::WebViewFixture;
+using testing::writeFile;
+
+const std::filesystem::path artifacts{KELMO_TEST_ARTIFACTS_DIR};
+
+class ArtifactLibraryTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        host_ = std::make_unique<WebViewFixture>();
+        folder_ = std::make_unique<TemporaryDirectory>();
+    }
+    static void TearDownTestSuite() {
+        host_.reset();
+        folder_.reset();
+    }
+
+    WebViewFixture& host() { return *host_; }
+
+    std::string open(const std::filesystem::path& file) {
+        EXPECT_TRUE(host().load(file));
+        return host().waitForPlayer();
+    }
+
+    // Writes the code to a file of that name and runs it.
+    std::string run(const std::string& fileName, const std::string& code) {
+        writeFile(*folder_ / fileName, code);
+        return open(*folder_ / fileName);
+    }
+
+    std::string firstError() {
+        return host().evaluate("(document.querySelector('.kelmo-error__entry') || {}).textContent"
+                               " || ''");
+    }
+
+    std::string style(const std::string& selector, const std::string& property) {
+        return host().evaluate("getComputedStyle(document.querySelector('" + selector + "'))." +
+                               property);
+    }
+
+    static std::unique_ptr<WebViewFixture> host_;
+    static std::unique_ptr<TemporaryDirectory> folder_;
+};
+
+std::unique_ptr<WebViewFixture> ArtifactLibraryTest::host_;
+std::unique_ptr<TemporaryDirectory> ArtifactLibraryTest::folder_;
+
+TEST_F(ArtifactLibraryTest, EveryTestArtifactRendersWithoutError) {
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry : std::filesystem::directory_iterator{artifacts})
+        files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+    ASSERT_GE(files.size(), 30u);
+    for (const auto& file : files) {
+        EXPECT_EQ(open(file), "rendered") << file.filename() << ": " << firstError();
+        EXPECT_EQ(host().evaluate("document.getElementById('root').childElementCount > 0"), "true")
+            << file.filename();
+    }
+}
+
+TEST_F(ArtifactLibraryTest, TailwindUtilitiesVariantsAndArbitraryValuesApply) {
+    ASSERT_EQ(open(artifacts / "tailwind-responsive-probe.jsx"), "rendered") << firstError();
+    EXPECT_EQ(style("#side", "backgroundColor"), "rgb(59, 130, 246)"); // bg-blue-500
+    EXPECT_EQ(style("#side", "flexShrink"), "0");                      // flex-shrink-0
+    EXPECT_EQ(style("#arbitrary", "width"), "350px");                  // w-[350px]
+    EXPECT_EQ(style("#arbitrary", "backgroundColor"), "rgb(255, 102, 0)");
+    EXPECT_EQ(style("#arbitrary", "fontSize"), "13px");
+    EXPECT_EQ(style("#overlay", "backgroundColor"), "rgba(0, 0, 0, 0.5)"); // bg-opacity-50
+    EXPECT_EQ(style("#overlay", "color"), "rgba(255, 255, 255, 0.75)");    // text-opacity-75
+
+    // hover:, focus: and active: become rules of their own: for each state, a rule
+    // whose selector without the state matches the element.
+    for (const std::string state : {":hover", ":focus", ":active"}) {
+        const std::string length = std::to_string(state.size());
+        EXPECT_EQ(host().evaluate("[...document.styleSheets].some((sheet) => "
+                                  "[...sheet.cssRules].some((rule) => {"
+                                  "  const selector = rule.selectorText || '';"
+                                  "  return selector.endsWith('" +
+                                  state +
+                                  "') && document.getElementById('side')"
+                                  ".matches(selector.slice(0, -" +
+                                  length + "));}))"),
+                  "true")
+            << state;
+    }
+
+    // A class put together at run time is styled as soon as it appears.
+    host().evaluate("document.getElementById('grow').click()");
+    ASSERT_TRUE(host().waitUntil("document.getElementById('late') !== null"));
+    EXPECT_EQ(style("#late", "color"), "rgb(5, 150, 105)"); // text-emerald-600
+    EXPECT_EQ(style("#late", "letterSpacing"), "4.8px");    // tracking-[0.3em] at 16px
+}
+
+TEST_F(ArtifactLibraryTest, MdBreakpointChangesTheLayoutBetweenPhoneAndTabletWidths) {
+    ASSERT_EQ(open(artifacts / "tailwind-responsive-probe.jsx"), "rendered") << firstError();
+    ASSERT_TRUE(host().setViewportWidth(390));
+    EXPECT_EQ(style("#layout", "flexDirection"), "column");
+    EXPECT_EQ(style("#side", "width"), host().evaluate("getComputedStyle(document.querySelector("
+                                                       "'#layout')).width"));
+    ASSERT_TRUE(host().setViewportWidth(768));
+    EXPECT_EQ(style("#layout", "flexDirection"), "row");
+    EXPECT_EQ(style("#side", "width"), "256px"); // md:w-64
+    host().view().set_size_request(-1, -1);
+    host().view().set_halign(Gtk::Align::FILL);
+}
+
+TEST_F(ArtifactLibraryTest, ShadcnComponentsHaveTheirDefaultLookAndBehave) {
+    ASSERT_EQ(open(artifacts / "shadcn-login-card.jsx"), "rendered") << firstError();
+    // Button's default variant: bg-primary on the default theme.
+    EXPECT_EQ(style("#submit", "backgroundColor"), "rgb(15, 23, 42)");
+    EXPECT_EQ(style("#submit", "borderRadius"), "6px");
+    EXPECT_EQ(host().evaluate("document.querySelector('.rounded-lg.border').offsetWidth"), "350");
+    EXPECT_EQ(host().evaluate("document.querySelector('[role=alert]') === null"), "true");
+    host().evaluate("document.getElementById('submit').click()");
+    EXPECT_TRUE(host().waitUntil("document.querySelector('[role=alert]') !== null"));
+
+    ASSERT_EQ(open(artifacts / "shadcn-dialogs.jsx"), "rendered") << firstError();
+    host().evaluate("document.getElementById('open-dialog').click()");
+    EXPECT_TRUE(host().waitUntil("document.querySelector('[role=dialog]') !== null"));
+    EXPECT_NE(
+        host().evaluate("document.querySelector('[role=dialog]').textContent").find("Edit profile"),
+        std::string::npos);
+}
+
+TEST_F(ArtifactLibraryTest, AnUnknownIconShowsAPlaceholderAndWarns) {
+    StandardOutputCapture output;
+    ASSERT_EQ(run("icons.jsx", "import { Heart, IconFromTheFuture } from 'lucide-react';\n"
+                               "export default () => <p><Heart /><IconFromTheFuture size={32} "
+                               "/></p>;\n"),
+              "rendered")
+        << firstError();
+    EXPECT_EQ(host().evaluate("document.querySelectorAll('svg.lucide').length"), "2");
+    EXPECT_EQ(host().evaluate("document.querySelector('[data-kelmo-missing-icon]')"
+                              ".getAttribute('width')"),
+              "32");
+    EXPECT_TRUE(output.waitFor("⚠️  [JS] lucide-react has no icon \"IconFromTheFuture\""));
+}
+
+TEST_F(ArtifactLibraryTest, ClaudeAndFileApisRejectOffline) {
+    ASSERT_EQ(run("offline.jsx", R"(
+        export default function App() {
+          const [messages, setMessages] = React.useState(null);
+          React.useEffect(() => {
+            const reason = (promise) => promise.then(() => "resolved", (error) => error.message);
+            Promise.all([reason(window.claude.complete("Hello")),
+                         reason(window.fs.readFile("data.csv", { encoding: "utf8" }))])
+              .then(setMessages);
+          }, []);
+          return <pre id="out">{messages ? messages.join("\n") : ""}</pre>;
+        })"),
+              "rendered");
+    ASSERT_TRUE(host().waitUntil("document.getElementById('out').textContent !== ''"));
+    const auto text = host().evaluate("document.getElementById('out').textContent");
+    EXPECT_NE(text.find("window.claude.complete is not available offline"), std::string::npos)
+        << text;
+    EXPECT_NE(text.find("window.fs.readFile is not available offline"), std::string::npos) << text;
+}
+
+// Runs the storage probe below and answers what it wrote.
+const char storageProbe[] = R"(
+    export default function App() {
+      const [out, setOut] = React.useState("");
+      React.useEffect(() => {
+        (async () => {
+          const before = await window.storage.get("visits");
+          const visits = before ? Number(before.value) + 1 : 1;
+          const set = await window.storage.set("visits", String(visits));
+          await window.storage.set("theme", "dark");
+          await window.storage.set("theme", "team", true);
+          await window.storage.set("scratch", "x");
+          const removed = await window.storage.delete("scratch");
+          const mine = await window.storage.list();
+          const shared = await window.storage.get("theme", true);
+          setOut(JSON.stringify({ visits, set, removed, keys: mine.keys, shared,
+                                  missing: await window.storage.get("nothing") }));
+        })();
+      }, []);
+      return <pre id="out">{out}</pre>;
+    })";
+
+TEST_F(ArtifactLibraryTest, StorageKeepsValuesPerArtifactAcrossReloads) {
+    const auto read = [this] {
+        EXPECT_TRUE(host().waitUntil("document.getElementById('out').textContent !== ''"));
+        return host().evaluate("document.getElementById('out').textContent");
+    };
+    ASSERT_EQ(run("visits.jsx", storageProbe), "rendered");
+    EXPECT_EQ(read(), R"({"visits":1,"set":{"key":"visits","value":"1","shared":false},)"
+                      R"("removed":{"key":"scratch","deleted":true,"shared":false},)"
+                      R"("keys":["theme","visits"],)"
+                      R"("shared":{"key":"theme","value":"team","shared":true},"missing":null})");
+    ASSERT_EQ(open(*folder_ / "visits.jsx"), "rendered");
+    EXPECT_NE(read().find(R"("visits":2)"), std::string::npos);
+
+    // Another artifact file has storage of its own.
+    ASSERT_EQ(run("other.jsx", storageProbe), "rendered");
+    EXPECT_NE(read().find(R"("visits":1)"), std::string::npos);
+}
+
+TEST(ArtifactStorageRestartTest, StorageSurvivesANewWebView) {
+    TemporaryDirectory folder;
+    writeFile(folder / "restarted.jsx", storageProbe);
+    for (const auto* expected : {R"("visits":1)", R"("visits":2)"}) {
+        WebViewFixture host;
+        ASSERT_TRUE(host.load(folder / "restarted.jsx"));
+        ASSERT_EQ(host.waitForPlayer(), "rendered");
+        ASSERT_TRUE(host.waitUntil("document.getElementById('out').textContent !== ''"));
+        EXPECT_NE(host.evaluate("document.getElementById('out').textContent").find(expected),
+                  std::string::npos);
+    }
+}
+
+} // namespace
+} // namespace kelmo
