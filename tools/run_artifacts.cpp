@@ -1,9 +1,11 @@
-// kelmo-run-artifacts FOLDER [WIDTH]
+// kelmo-run-artifacts FOLDER [WIDTH] [SNAPSHOT-FOLDER]
 //
 // Runs every .jsx and .tsx file directly in FOLDER through the player page, one
-// after the other in one web view, and prints per file "rendered" or the first
-// error the page shows, then the pass rate. Needs a display (run it under
-// xvfb-run on a headless machine). Exits with 0 when every file rendered.
+// after the other in one web view WIDTH pixels wide (1024 by default), and prints
+// per file "rendered" or the first error the page shows, then the pass rate. With
+// a snapshot folder, it also saves what each page shows there, as <file>.png, a
+// second after it rendered. Needs a display (run it under xvfb-run on a headless
+// machine). Exits with 0 when every file rendered.
 
 #include "model/artifact.h"
 #include "model/uuid.h"
@@ -105,6 +107,33 @@ std::string run(kelmo::ArtifactWebView& view, const std::filesystem::path& file)
     return verdict;
 }
 
+// Saves the visible part of the page as a PNG file; whether that worked.
+bool snapshot(WebKitWebView* webView, const std::filesystem::path& file) {
+    struct Answer {
+        bool done = false;
+        bool saved = false;
+        std::string file;
+    };
+    auto answer = std::make_shared<Answer>();
+    answer->file = file.string();
+    webkit_web_view_get_snapshot(
+        webView, WEBKIT_SNAPSHOT_REGION_VISIBLE, WEBKIT_SNAPSHOT_OPTIONS_NONE, nullptr,
+        [](GObject* source, GAsyncResult* result, gpointer data) {
+            std::unique_ptr<std::shared_ptr<Answer>> owner{
+                static_cast<std::shared_ptr<Answer>*>(data)};
+            GdkTexture* texture =
+                webkit_web_view_get_snapshot_finish(WEBKIT_WEB_VIEW(source), result, nullptr);
+            if (texture) {
+                (*owner)->saved = gdk_texture_save_to_png(texture, (*owner)->file.c_str());
+                g_object_unref(texture);
+            }
+            (*owner)->done = true;
+        },
+        new std::shared_ptr<Answer>{answer});
+    iterateUntil([&] { return answer->done; }, pageDeadline);
+    return answer->saved;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -113,10 +142,13 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::filesystem::path folder{argv[1]};
+    std::error_code error;
     const int width = argc > 2 ? std::max(320, std::atoi(argv[2])) : 1024;
+    const std::filesystem::path snapshots = argc > 3 ? argv[3] : "";
+    if (!snapshots.empty())
+        std::filesystem::create_directories(snapshots, error);
 
     std::vector<std::filesystem::path> files;
-    std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator{folder, error}) {
         const auto extension = entry.path().extension().string();
         if (entry.is_regular_file() && (extension == ".jsx" || extension == ".tsx"))
@@ -147,6 +179,13 @@ int main(int argc, char** argv) {
         const std::string verdict = run(*view, file);
         const bool passed = verdict == "rendered";
         rendered += passed ? 1 : 0;
+        if (!snapshots.empty()) {
+            // Let transitions and chart animations settle first.
+            iterateUntil([] { return false; }, std::chrono::milliseconds{1500});
+            const auto png = snapshots / (file.filename().string() + ".png");
+            if (!snapshot(view->webView(), png))
+                std::fprintf(stderr, "Could not save %s\n", png.c_str());
+        }
         std::fprintf(report, "%s %s: %s\n", passed ? "PASS" : "FAIL", file.filename().c_str(),
                      verdict.c_str());
         std::fflush(report);
