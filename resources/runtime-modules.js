@@ -77,13 +77,16 @@
       }
       return placeholders.get(name);
     }
-    return new Proxy(icons, {
+    const proxy = new Proxy(icons, {
       get(target, name) {
+        if (name === "default")
+          return proxy; // import Icons from "lucide-react"
         if (name in target || typeof name !== "string" || !/^[A-Z]/.test(name))
           return target[name];
         return placeholder(name);
       },
     });
+    return proxy;
   }
 
   // ---- The table -------------------------------------------------------------------

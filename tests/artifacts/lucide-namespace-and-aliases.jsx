@@ -1,4 +1,5 @@
 import * as Icons from "lucide-react";
+import Lucide from "lucide-react";
 import { HomeIcon, LucideStar, Trash2, CheckCircle, AlertTriangle, Edit, Loader2 } from "lucide-react";
 
 const names = ["Heart", "Sun", "Moon", "Cloud", "Camera"];
@@ -14,6 +15,7 @@ export default function IconGallery() {
         })}
         <HomeIcon /><LucideStar /><Trash2 /><CheckCircle /><AlertTriangle /><Edit />
         <Loader2 className="animate-spin" />
+        <Lucide.Rocket /><Lucide.SomeIconFromANewerRelease />
       </div>
     </div>
   );
