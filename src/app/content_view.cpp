@@ -114,7 +114,9 @@ void ContentView::retire(Gtk::Widget* view) {
 
 void ContentView::updateSidebarVisibility() {
     const bool focusMode = store_.isFocusMode();
-    sidebar_.set_sensitive(!focusMode);
+    // The collapsed sidebar takes neither clicks nor keyboard focus.
+    sidebar_.set_can_focus(!focusMode);
+    sidebar_.set_can_target(!focusMode);
     if (focusMode)
         add_css_class("focus-mode");
     else

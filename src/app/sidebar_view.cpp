@@ -140,6 +140,12 @@ SidebarFolderItem::SidebarFolderItem(ArtifactStore& store, const WatchedFolder& 
     menu_.set_has_arrow(false);
     menu_.set_halign(Gtk::Align::START);
     menu_.set_parent(*this);
+    // The menu must leave the row before GTK finalizes it, which comes before this
+    // object's destructor for a managed row.
+    signal_destroy().connect([this] {
+        if (menu_.get_parent())
+            menu_.unparent();
+    });
 
     auto secondaryClick = Gtk::GestureClick::create();
     secondaryClick->set_button(GDK_BUTTON_SECONDARY);

@@ -1,0 +1,170 @@
+#include "app/content_view.h"
+#include "shell_fixture.h"
+#include "store/settings_keys.h"
+
+#include <gtkmm/label.h>
+
+namespace kelmo::testing {
+namespace {
+
+// Detail views that record what the column asks of them.
+struct RecordingViews {
+    int librariesMade = 0;
+    int playersMade = 0;
+    std::vector<std::string> handedArtifacts;
+
+    DetailViews views() {
+        DetailViews views;
+        views.makeLibraryView = [this](ArtifactStore&) -> Gtk::Widget* {
+            ++librariesMade;
+            return Gtk::make_managed<Gtk::Label>("library");
+        };
+        views.makePlayerView = [this](ArtifactStore&, const Artifact& artifact) -> Gtk::Widget* {
+            ++playersMade;
+            return Gtk::make_managed<Gtk::Label>("player " + artifact.name);
+        };
+        views.showArtifact = [this](Gtk::Widget& player, const Artifact& artifact) {
+            handedArtifacts.push_back(artifact.name);
+            static_cast<Gtk::Label&>(player).set_text("player " + artifact.name);
+        };
+        return views;
+    }
+};
+
+class ContentViewTest : public ShellTest {
+protected:
+    ArtifactStore& makeQuietStore() {
+        auto& made = makeStore();
+        made.setIsShowingOnboarding(false);
+        made.addArtifact(root / "first.html");
+        made.addArtifact(root / "second.jsx");
+        made.setSelectedArtifact(std::nullopt);
+        return made;
+    }
+
+    static std::string detailText(ContentView& view) {
+        auto* label = dynamic_cast<Gtk::Label*>(view.detailView());
+        return label ? std::string{label->get_text()} : std::string{};
+    }
+
+    const Artifact& artifactNamed(const std::string& name) {
+        for (const auto& artifact : store->allArtifacts())
+            if (artifact.name == name)
+                return artifact;
+        throw std::runtime_error{"no artifact " + name};
+    }
+
+    RecordingViews recorded;
+};
+
+TEST_F(ContentViewTest, DetailShowsThePlayerWhileAnArtifactIsSelectedAndTheLibraryOtherwise) {
+    auto& store = makeQuietStore();
+    ContentView view{store, recorded.views()};
+    show(view);
+    EXPECT_EQ(detailText(view), "library");
+
+    store.setSelectedArtifact(artifactNamed("first"));
+    EXPECT_EQ(detailText(view), "player first");
+
+    store.setSelectedSection(SidebarItem::favorites());
+    EXPECT_EQ(detailText(view), "player first") << "the section alone does not choose the detail";
+
+    store.setSelectedArtifact(std::nullopt);
+    EXPECT_EQ(detailText(view), "library");
+}
+
+TEST_F(ContentViewTest, PlayerIsKeptAcrossArtifactsAndMadeAfreshAfterTheLibrary) {
+    auto& store = makeQuietStore();
+    ContentView view{store, recorded.views()};
+    show(view);
+
+    store.setSelectedArtifact(artifactNamed("first"));
+    Gtk::Widget* player = view.detailView();
+    store.setSelectedArtifact(artifactNamed("second"));
+    EXPECT_EQ(view.detailView(), player);
+    EXPECT_EQ(recorded.playersMade, 1);
+    EXPECT_EQ(recorded.handedArtifacts, std::vector<std::string>{"second"});
+    EXPECT_EQ(detailText(view), "player second");
+
+    store.setSelectedArtifact(std::nullopt);
+    store.setSelectedArtifact(artifactNamed("first"));
+    EXPECT_EQ(recorded.playersMade, 2);
+    EXPECT_EQ(recorded.librariesMade, 2);
+    EXPECT_EQ(detailText(view), "player first");
+    // The views that were replaced leave the column once the main loop runs.
+    drainMainLoop();
+    EXPECT_EQ(findAll<Gtk::Label>(view,
+                                  [](Gtk::Label& l) {
+                                      return l.get_text().find("player") == 0 ||
+                                             l.get_text() == "library";
+                                  })
+                  .size(),
+              1u);
+}
+
+TEST_F(ContentViewTest, FocusModeHidesTheSidebarAndDraggingTheDividerSwitchesIt) {
+    auto& store = makeQuietStore();
+    ContentView view{store, recorded.views()};
+    show(view);
+    EXPECT_EQ(view.get_position(), SidebarView::idealWidth);
+
+    store.setIsFocusMode(true);
+    EXPECT_EQ(view.get_position(), 0);
+    // The detail column takes the whole width.
+    EXPECT_TRUE(runMainLoopUntil([&] { return view.get_end_child()->get_width() >= 1099; }))
+        << view.get_end_child()->get_width();
+    EXPECT_FALSE(view.get_start_child()->get_can_target());
+
+    store.setIsFocusMode(false);
+    EXPECT_EQ(view.get_position(), SidebarView::idealWidth);
+
+    // Dragging the divider near the edge collapses the sidebar into focus mode ...
+    view.set_position(40);
+    EXPECT_TRUE(store.isFocusMode());
+    EXPECT_EQ(view.get_position(), 0);
+
+    // ... and dragging it out again ends focus mode.
+    view.set_position(280);
+    EXPECT_FALSE(store.isFocusMode());
+    EXPECT_EQ(view.get_position(), 280);
+
+    // The sidebar keeps between its minimum and maximum widths.
+    view.set_position(500);
+    EXPECT_EQ(view.get_position(), SidebarView::maximumWidth);
+    view.set_position(ContentView::collapseWidth + 20);
+    EXPECT_FALSE(store.isFocusMode());
+    EXPECT_EQ(view.get_position(), SidebarView::minimumWidth);
+}
+
+TEST_F(ContentViewTest, GuideIsPresentedOverTheWindowAndItsCloseWritesFalse) {
+    auto& store = makeQuietStore();
+    ContentView view{store, recorded.views()};
+    show(view);
+    store.setSelectedArtifact(artifactNamed("first"));
+    EXPECT_EQ(view.onboardingView(), nullptr);
+
+    store.setIsShowingOnboarding(true);
+    auto* guide = view.onboardingView();
+    ASSERT_NE(guide, nullptr);
+    EXPECT_TRUE(runMainLoopUntil([&] { return guide->get_mapped(); }));
+    EXPECT_TRUE(guide->get_modal());
+    EXPECT_EQ(guide->get_transient_for(), window.get());
+    EXPECT_EQ(detailText(view), "player first") << "the player keeps running beneath";
+
+    guide->close();
+    EXPECT_FALSE(store.isShowingOnboarding());
+    EXPECT_EQ(view.onboardingView(), nullptr);
+    EXPECT_FALSE(store.settings().boolValue(settings_keys::hasSeenOnboarding));
+}
+
+TEST_F(ContentViewTest, GuideAskedForBeforeTheWindowShowsAppearsWithIt) {
+    auto& store = makeStore();
+    ASSERT_TRUE(store.isShowingOnboarding()) << "a first start asks for the guide";
+    ContentView view{store, recorded.views()};
+    show(view);
+    ASSERT_TRUE(runMainLoopUntil([&] { return view.onboardingView() != nullptr; }));
+    EXPECT_TRUE(runMainLoopUntil([&] { return view.onboardingView()->get_mapped(); }));
+}
+
+} // namespace
+} // namespace kelmo::testing

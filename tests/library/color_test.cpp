@@ -1,0 +1,93 @@
+#include "library/color.h"
+#include "library/palette.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <map>
+#include <regex>
+#include <sstream>
+
+namespace kelmo {
+namespace {
+
+Color rgb(int red, int green, int blue) {
+    return Color{red / 255.0, green / 255.0, blue / 255.0};
+}
+
+TEST(ColorFromHex, NumberSignCaseAndSurroundingPunctuationDoNotMatter) {
+    const Color expected = rgb(0xe8, 0x57, 0x2e);
+    EXPECT_EQ(Color{"#e8572e"}, expected);
+    EXPECT_EQ(Color{"e8572e"}, expected);
+    EXPECT_EQ(Color{"#E8572E"}, expected);
+    EXPECT_EQ(Color{"  #e8572e;  "}, expected);
+    EXPECT_EQ(Color{"(#e8572e)!"}, expected);
+    EXPECT_EQ(Color{"\u00a0\u2014#e8572e\u2026"}, expected) << "Unicode punctuation is trimmed too";
+    EXPECT_EQ(Color{"#e8572e"}.opacity, 1);
+}
+
+TEST(ColorFromHex, OtherLengthsGetNoSpecialHandling) {
+    EXPECT_EQ(Color{"#fff"}, rgb(0, 0x0f, 0xff)) << "three digits are not white";
+    EXPECT_EQ(Color{"#12345678"}, rgb(0x34, 0x56, 0x78)) << "only the last six digits count";
+    EXPECT_EQ(Color{"ff000080"}.opacity, 1) << "no alpha is read";
+    EXPECT_EQ(Color{"#1"}, rgb(0, 0, 1));
+}
+
+TEST(ColorFromHex, NoLeadingHexDigitGivesOpaqueBlack) {
+    for (const char* text : {"zz", "", "#", "xyz", "   ", "#g12345"}) {
+        EXPECT_EQ(Color{text}, rgb(0, 0, 0)) << '"' << text << '"';
+        EXPECT_EQ(Color{text}.opacity, 1);
+    }
+}
+
+TEST(ColorFromHex, ReadsLikeAStringScanner) {
+    EXPECT_EQ(Color{"12ab zz"}, rgb(0, 0x12, 0xab)) << "reading stops at the first non-digit";
+    EXPECT_EQ(Color{"0x00ff00"}, rgb(0, 0xff, 0)) << "an 0x prefix is accepted";
+    EXPECT_EQ(Color{"0xzz"}, rgb(0, 0, 0));
+    EXPECT_EQ(Color{"ffffffffffffffffff12"}, rgb(0xff, 0xff, 0xff)) << "overflow saturates";
+    EXPECT_EQ(Color{"é#e8572e"}, rgb(0, 0, 0)) << "a leading letter is kept and stops the scan";
+}
+
+TEST(ColorCss, OpaqueAsHexTranslucentAsRgba) {
+    EXPECT_EQ(Color{"#E8572E"}.css(), "#e8572e");
+    EXPECT_EQ(appBorder().withOpacity(0.5).css(), "rgba(232, 221, 210, 0.5)");
+}
+
+// The stylesheet's @define-color lines, by name.
+std::map<std::string, std::string> stylesheetPalette() {
+    std::ifstream file{KELMO_STYLESHEET};
+    std::stringstream text;
+    text << file.rdbuf();
+    const std::string css = text.str();
+    std::map<std::string, std::string> colors;
+    const std::regex definition{R"(@define-color\s+(\w+)\s+(#[0-9a-fA-F]{6})\s*;)"};
+    for (auto it = std::sregex_iterator(css.begin(), css.end(), definition);
+         it != std::sregex_iterator(); ++it)
+        colors[(*it)[1]] = (*it)[2];
+    return colors;
+}
+
+TEST(Palette, TheStylesheetDefinesTheSameTenColors) {
+    const std::map<std::string, const Color*> palette{
+        {"appOrangePrimary", &appOrangePrimary()},
+        {"appOrangeLight", &appOrangeLight()},
+        {"appOrangeDeep", &appOrangeDeep()},
+        {"appBg0", &appBg0()},
+        {"appBg1", &appBg1()},
+        {"appBg2", &appBg2()},
+        {"appBorder", &appBorder()},
+        {"appText", &appText()},
+        {"appTextDim", &appTextDim()},
+        {"appTextMuted", &appTextMuted()},
+    };
+    const auto defined = stylesheetPalette();
+    EXPECT_EQ(defined.size(), palette.size());
+    for (const auto& [name, color] : palette) {
+        ASSERT_EQ(defined.count(name), 1u) << name;
+        EXPECT_EQ(Color{defined.at(name)}, *color) << name;
+    }
+    EXPECT_EQ(appOrangePrimary(), rgb(0xe8, 0x57, 0x2e));
+    EXPECT_EQ(appText(), rgb(0x1c, 0x19, 0x17));
+}
+
+} // namespace
+} // namespace kelmo
