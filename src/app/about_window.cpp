@@ -1,6 +1,7 @@
 #include "app/about_window.h"
 
 #include "app/app_logo.h"
+#include "app/window_keys.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/label.h>
@@ -13,11 +14,16 @@ AboutWindow::AboutWindow() {
     set_default_size(defaultWidth, defaultHeight);
     set_resizable(false);
     set_hide_on_close(true);
+    closeOnEscape(*this);
 
+    // The window is as large as this frame and no larger.
+    auto* frame = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 0);
+    frame->set_size_request(defaultWidth, defaultHeight);
     auto* content = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 8);
-    content->set_size_request(defaultWidth, defaultHeight);
+    content->set_vexpand(true);
     content->set_valign(Gtk::Align::CENTER);
     content->set_halign(Gtk::Align::CENTER);
+    frame->append(*content);
     auto* logo = makeAppLogo(72);
     logo->add_css_class("about-logo");
     logo->set_margin_bottom(8);
@@ -31,7 +37,7 @@ AboutWindow::AboutWindow() {
     auto* maker = Gtk::make_managed<Gtk::Label>(KELMO_MAKER_NAME);
     maker->add_css_class("about-maker");
     content->append(*maker);
-    set_child(*content);
+    set_child(*frame);
 }
 
 } // namespace kelmo

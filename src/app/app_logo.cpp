@@ -3,7 +3,6 @@
 #include <gdkmm/pixbuf.h>
 #include <gdkmm/texture.h>
 #include <gtkmm/image.h>
-#include <gtkmm/picture.h>
 
 namespace kelmo {
 
@@ -13,11 +12,9 @@ Gtk::Widget* makeAppLogo(int size, const ResourceLocator& resources) {
         try {
             // Rendered at twice the size so that it stays sharp on scaled displays.
             auto pixbuf = Gdk::Pixbuf::create_from_file(file->string(), size * 2, size * 2);
-            auto* picture =
-                Gtk::make_managed<Gtk::Picture>(Gdk::Texture::create_for_pixbuf(pixbuf));
-            picture->set_can_shrink(true);
-            picture->set_content_fit(Gtk::ContentFit::CONTAIN);
-            logo = picture;
+            auto* image = Gtk::make_managed<Gtk::Image>(Gdk::Texture::create_for_pixbuf(pixbuf));
+            image->set_pixel_size(size);
+            logo = image;
         } catch (const Glib::Error&) {
         }
     }

@@ -1,6 +1,7 @@
 #include "app/onboarding_view.h"
 
 #include "app/symbols.h"
+#include "app/window_keys.h"
 #include "library/app_style.h"
 #include "library/palette.h"
 #include "store/settings_keys.h"
@@ -9,7 +10,6 @@
 #include <gtkmm/cssprovider.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
-#include <gtkmm/shortcutcontroller.h>
 #include <gtkmm/stylecontext.h>
 #include <string>
 
@@ -128,10 +128,7 @@ OnboardingView::OnboardingView(ArtifactStore& store, Gtk::Window* parent)
     set_child(layers_);
 
     // Escape closes the guide like any other dismissal.
-    auto shortcuts = Gtk::ShortcutController::create();
-    shortcuts->add_shortcut(Gtk::Shortcut::create(Gtk::KeyvalTrigger::create(GDK_KEY_Escape),
-                                                  Gtk::NamedAction::create("window.close")));
-    add_controller(shortcuts);
+    closeOnEscape(*this);
     signal_close_request().connect(
         [this] {
             store_.setIsShowingOnboarding(false);

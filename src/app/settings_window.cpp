@@ -1,5 +1,7 @@
 #include "app/settings_window.h"
 
+#include "app/window_keys.h"
+
 #include <gtkmm/box.h>
 
 namespace kelmo {
@@ -9,6 +11,7 @@ SettingsWindow::SettingsWindow(ArtifactStore& store) : store_{store} {
     set_title("Settings");
     set_default_size(defaultWidth, defaultHeight);
     set_hide_on_close(true);
+    closeOnEscape(*this);
     auto* content = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 0);
     set_child(*content);
 }

@@ -12,6 +12,7 @@
 #include <gtkmm/gestureclick.h>
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/separator.h>
+#include <gtkmm/shortcutcontroller.h>
 #include <gtkmm/windowhandle.h>
 #include <sigc++/adaptors/track_obj.h>
 
@@ -152,6 +153,16 @@ SidebarFolderItem::SidebarFolderItem(ArtifactStore& store, const WatchedFolder& 
     secondaryClick->signal_pressed().connect(
         [this](int, double x, double y) { showContextMenu(x, y); });
     add_controller(secondaryClick);
+
+    // The keyboard opens the same menu: Shift+F10 or the Menu key.
+    auto keys = Gtk::ShortcutController::create();
+    keys->add_shortcut(Gtk::Shortcut::create(
+        Gtk::ShortcutTrigger::parse_string("<Shift>F10|Menu"),
+        Gtk::CallbackAction::create([this](Gtk::Widget&, const Glib::VariantBase&) {
+            showContextMenu(get_width() / 2.0, get_height() / 2.0);
+            return true;
+        })));
+    add_controller(keys);
 
     update(folder);
 }

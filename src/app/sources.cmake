@@ -18,6 +18,7 @@ add_library(kelmo_app STATIC
   ${CMAKE_CURRENT_LIST_DIR}/file_chooser_open_panel.cpp
   ${CMAKE_CURRENT_LIST_DIR}/symbols.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app_logo.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/window_keys.cpp
   ${CMAKE_CURRENT_LIST_DIR}/sidebar_badges.cpp
   ${CMAKE_CURRENT_LIST_DIR}/sidebar_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/onboarding_steps.cpp
