@@ -1,6 +1,5 @@
 #include "app/onboarding_steps.h"
 #include "app/sidebar_badges.h"
-#include "library/palette.h"
 
 #include <gtest/gtest.h>
 
@@ -41,17 +40,6 @@ TEST(OnboardingGrid, LinesEveryFortyFromTheCornerUpToAndIncludingTheFarEdge) {
     EXPECT_EQ(gridLineOffsets(0), (std::vector<double>{0}));
     EXPECT_TRUE(gridLineOffsets(-1).empty());
     EXPECT_EQ(gridLineOffsets(520).size(), 14u);
-}
-
-TEST(OnboardingSteps, FourPagesWithTheirAccentsAndTheNameOnTheSecondLine) {
-    const auto& steps = onboardingSteps();
-    ASSERT_EQ(steps.size(), 4u);
-    EXPECT_EQ(steps[0].title, "Welcome to\nKelmo");
-    EXPECT_EQ(steps[0].color, appOrangeLight());
-    EXPECT_EQ(steps[1].color, Color(0x38 / 255.0, 0xbd / 255.0, 0xf8 / 255.0));
-    EXPECT_EQ(steps[2].color, Color(0xa7 / 255.0, 0x8b / 255.0, 0xfa / 255.0));
-    EXPECT_EQ(steps[3].color, appOrangePrimary());
-    EXPECT_NE(steps[2].subtitle.find("(⌘⇧O)"), std::string::npos);
 }
 
 } // namespace
