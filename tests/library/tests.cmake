@@ -3,6 +3,7 @@
 add_executable(kelmo_library_unit_tests
   ${CMAKE_CURRENT_LIST_DIR}/../support/core_test_main.cpp
   ${CMAKE_CURRENT_LIST_DIR}/color_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/artifact_text_test.cpp
 )
 target_link_libraries(kelmo_library_unit_tests PRIVATE kelmo_palette kelmo_test_support GTest::gtest)
 target_compile_definitions(kelmo_library_unit_tests PRIVATE
