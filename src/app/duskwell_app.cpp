@@ -4,8 +4,8 @@
 #include "app/file_chooser_open_panel.h"
 #include "app/main_window.h"
 #include "app/settings_window.h"
-#include "app/symbols.h"
 #include "library/app_style.h"
+#include "library/symbols.h"
 
 #include <gdkmm/display.h>
 #include <giomm/menu.h>

@@ -1,9 +1,9 @@
 #include "app/onboarding_view.h"
 
-#include "app/symbols.h"
 #include "app/window_keys.h"
 #include "library/app_style.h"
 #include "library/palette.h"
+#include "library/symbols.h"
 #include "store/settings_keys.h"
 
 #include <cmath>

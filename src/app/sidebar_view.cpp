@@ -2,7 +2,7 @@
 
 #include "app/app_logo.h"
 #include "app/sidebar_badges.h"
-#include "app/symbols.h"
+#include "library/symbols.h"
 
 #include <gio/gio.h>
 #include <giomm/file.h>

@@ -1,22 +1,7 @@
 # The application shell: windows, menus, the sidebar, the first-run guide and the
 # executable.
-set(KELMO_ICONS_DIR ${CMAKE_CURRENT_LIST_DIR}/icons)
-configure_file(${KELMO_ICONS_DIR}/kelmo-icons.gresource.xml.in
-  ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.gresource.xml @ONLY)
-file(GLOB KELMO_ICON_FILES CONFIGURE_DEPENDS ${KELMO_ICONS_DIR}/*.svg)
-find_program(GLIB_COMPILE_RESOURCES glib-compile-resources REQUIRED)
-add_custom_command(
-  OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.c
-  COMMAND ${GLIB_COMPILE_RESOURCES} --generate-source --manual-register --c-name kelmo_icons
-    --sourcedir=${KELMO_ICONS_DIR} --sourcedir=${PROJECT_SOURCE_DIR}/resources
-    --target=${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.c
-    ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.gresource.xml
-  DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.gresource.xml ${KELMO_ICON_FILES}
-    ${PROJECT_SOURCE_DIR}/resources/AppLogo.svg)
-
 add_library(kelmo_app STATIC
   ${CMAKE_CURRENT_LIST_DIR}/file_chooser_open_panel.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/symbols.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app_logo.cpp
   ${CMAKE_CURRENT_LIST_DIR}/window_keys.cpp
   ${CMAKE_CURRENT_LIST_DIR}/sidebar_badges.cpp
@@ -29,7 +14,6 @@ add_library(kelmo_app STATIC
   ${CMAKE_CURRENT_LIST_DIR}/about_window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/settings_window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/duskwell_app.cpp
-  ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.c
 )
 target_include_directories(kelmo_app PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(kelmo_app PUBLIC kelmo_core kelmo_library PkgConfig::GTKMM)

@@ -1,4 +1,4 @@
-#include "app/symbols.h"
+#include "library/symbols.h"
 
 #include <gtest/gtest.h>
 #include <gtkmm/icontheme.h>

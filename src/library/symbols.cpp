@@ -1,4 +1,4 @@
-#include "app/symbols.h"
+#include "library/symbols.h"
 
 #include <array>
 #include <gio/gio.h>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* iconResourcePath = "/org/kelmo/Kelmo/icons";
 
-constexpr std::array<std::pair<std::string_view, const char*>, 20> symbolIcons{{
+constexpr std::array<std::pair<std::string_view, const char*>, 39> symbolIcons{{
     {"square.grid.2x2", "kelmo-square-grid-symbolic"},
     {"square.grid.2x2.fill", "kelmo-square-grid-fill-symbolic"},
     {"clock", "kelmo-clock-symbolic"},
@@ -33,6 +33,25 @@ constexpr std::array<std::pair<std::string_view, const char*>, 20> symbolIcons{{
     {"play.rectangle", "kelmo-play-rectangle-symbolic"},
     {"sidebar.left", "sidebar-show-symbolic"},
     {"arrow.left", "go-previous-symbolic"},
+    {"chevron.left", "go-previous-symbolic"},
+    {"exclamationmark.triangle", "dialog-warning-symbolic"},
+    {"desktopcomputer", "computer-symbolic"},
+    {"arrow.clockwise", "view-refresh-symbolic"},
+    {"arrow.up.right.square", "kelmo-arrow-up-right-square-symbolic"},
+    {"list.bullet", "view-list-bullet-symbolic"},
+    {"arrow.up.doc", "document-send-symbolic"},
+    {"tray", "kelmo-tray-symbolic"},
+    {"star.slash", "kelmo-star-slash-symbolic"},
+    {"globe", "web-browser-symbolic"},
+    {"bolt.circle", "kelmo-bolt-circle-symbolic"},
+    {"chevron.left.forwardslash.chevron.right", "kelmo-code-symbolic"},
+    {"envelope", "mail-unread-symbolic"},
+    {"gearshape", "emblem-system-symbolic"},
+    {"doc", "text-x-generic-symbolic"},
+    {"folder.badge.minus", "list-remove-symbolic"},
+    {"hand.point.up.left", "input-mouse-symbolic"},
+    {"keyboard", "input-keyboard-symbolic"},
+    {"checkmark", "object-select-symbolic"},
 }};
 
 } // namespace
