@@ -7,6 +7,7 @@
 #include "library/app_style.h"
 #include "library/symbols.h"
 
+#include <cstdio>
 #include <gdkmm/display.h>
 #include <giomm/menu.h>
 #include <vector>
@@ -40,8 +41,9 @@ Glib::RefPtr<DuskwellApp> DuskwellApp::create(Configuration configuration) {
 }
 
 DuskwellApp::DuskwellApp(Configuration configuration)
-    : Gtk::Application{configuration.applicationId, configuration.flags}, configuration_{std::move(
-                                                                              configuration)} {}
+    : Gtk::Application{configuration.applicationId,
+                       configuration.flags | Gio::Application::Flags::HANDLES_OPEN},
+      configuration_{std::move(configuration)} {}
 
 DuskwellApp::~DuskwellApp() {
     // Windows go before the store they show.
@@ -77,6 +79,15 @@ void DuskwellApp::on_activate() {
     // A closed window leaves the application; showing it again brings it back.
     add_window(*mainWindow_);
     mainWindow_->present();
+}
+
+void DuskwellApp::on_open(const type_vec_files& files, const Glib::ustring&) {
+    on_activate();
+    for (const auto& file : files) {
+        const std::string path = file->get_path();
+        if (!path.empty())
+            store_->addArtifact(path);
+    }
 }
 
 void DuskwellApp::on_shutdown() {

@@ -21,6 +21,9 @@ class SettingsWindow;
 //
 // "Open File…" and "Open Folder…" only post their notifications; the store answers
 // them. Shortcuts are the application's, so they work from every Kelmo window.
+//
+// Files given on the command line or by a file manager ("Open With Kelmo") are added
+// to the library and shown; a second launch hands its files to the running instance.
 class DuskwellApp : public Gtk::Application {
 public:
     struct Configuration {
@@ -46,6 +49,7 @@ protected:
     explicit DuskwellApp(Configuration configuration);
     void on_startup() override;
     void on_activate() override;
+    void on_open(const type_vec_files& files, const Glib::ustring& hint) override;
     void on_shutdown() override;
 
 private:

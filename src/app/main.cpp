@@ -1,6 +1,30 @@
+#include "app/command_line.h"
 #include "app/duskwell_app.h"
 
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
 int main(int argc, char* argv[]) {
+    const std::vector<std::string> arguments(argv, argv + argc);
+    if (const auto information = kelmo::informationRequested(arguments, KELMO_VERSION)) {
+        std::fputs(information->c_str(), stdout);
+        return 0;
+    }
+    const auto files = kelmo::checkFileArguments(kelmo::fileArguments(arguments));
+    for (const auto& missing : files.missing)
+        std::fprintf(stderr, "kelmo: cannot open “%s”: %s\n", missing.c_str(),
+                     std::strerror(ENOENT));
+    if (!files.missing.empty() && files.existing.empty())
+        return 1;
+
+    std::vector<std::string> kept = kelmo::withoutMissingFiles(arguments, files.missing);
+    std::vector<char*> keptArgv;
+    for (auto& argument : kept)
+        keptArgv.push_back(argument.data());
+    keptArgv.push_back(nullptr);
+
     auto app = kelmo::DuskwellApp::create();
-    return app->run(argc, argv);
+    return app->run(static_cast<int>(kept.size()), keptArgv.data());
 }

@@ -14,6 +14,7 @@ add_library(kelmo_app STATIC
   ${CMAKE_CURRENT_LIST_DIR}/about_window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/settings_window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/duskwell_app.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/command_line.cpp
 )
 target_include_directories(kelmo_app PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(kelmo_app PUBLIC kelmo_core kelmo_library PkgConfig::GTKMM)

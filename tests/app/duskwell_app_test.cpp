@@ -178,6 +178,25 @@ TEST_F(DuskwellAppTest, AboutWindowIsSingleInstance) {
     EXPECT_TRUE(about.front()->get_visible());
 }
 
+TEST_F(DuskwellAppTest, OpenedFilesJoinTheLibraryAndTheLastOneIsShown) {
+    const auto page = root / "given" / "page.html";
+    const auto notes = root / "given" / "notes.md"; // typed by extension, like the open panel
+    writeFile(page);
+    writeFile(notes);
+    std::vector<Glib::RefPtr<Gio::File>> files{Gio::File::create_for_path(page),
+                                               Gio::File::create_for_path(notes)};
+    app->open(files);
+    ASSERT_TRUE(runMainLoopUntil([&] { return appStore->allArtifacts().size() == 2; }));
+    EXPECT_EQ(appStore->selectedArtifact()->path(), notes.native());
+    EXPECT_EQ(appStore->selectedArtifact()->type.kind, ArtifactType::Kind::html);
+    EXPECT_EQ(appStore->recentPaths(), (std::vector<std::string>{notes, page}));
+
+    app->open({Gio::File::create_for_path(page)}); // already there: selected, not added again
+    ASSERT_TRUE(runMainLoopUntil([&] { return appStore->selectedArtifact()->path() == page; }));
+    EXPECT_EQ(appStore->allArtifacts().size(), 2u);
+    EXPECT_TRUE(app->mainWindow()->get_visible());
+}
+
 TEST_F(DuskwellAppTest, SettingsOpensOneSettingsWindow) {
     app->activate_action("settings");
     app->activate_action("settings");

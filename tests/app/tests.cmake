@@ -3,6 +3,7 @@
 add_executable(kelmo_app_unit_tests
   ${CMAKE_CURRENT_LIST_DIR}/../support/core_test_main.cpp
   ${CMAKE_CURRENT_LIST_DIR}/shell_rules_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/command_line_test.cpp
 )
 target_link_libraries(kelmo_app_unit_tests PRIVATE kelmo_app kelmo_test_support GTest::gtest)
 gtest_add_tests(TARGET kelmo_app_unit_tests TEST_LIST appUnitTests)

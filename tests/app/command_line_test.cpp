@@ -1,0 +1,41 @@
+#include "app/command_line.h"
+#include "test_support.h"
+
+#include <gtest/gtest.h>
+
+namespace kelmo {
+namespace {
+
+TEST(CommandLine, HelpAndVersionAreAnsweredBeforeAnythingElse) {
+    EXPECT_EQ(informationRequested({"kelmo", "--version"}, "1.2.3"), "Kelmo 1.2.3\n");
+    EXPECT_EQ(informationRequested({"kelmo", "a.jsx", "-v"}, "1.2.3"), "Kelmo 1.2.3\n");
+    const auto help = informationRequested({"kelmo", "-h"}, "1.2.3");
+    ASSERT_TRUE(help);
+    EXPECT_NE(help->find("kelmo [OPTION…] [FILE…]"), std::string::npos);
+    EXPECT_FALSE(informationRequested({"kelmo", "a.jsx"}, "1.2.3"));
+    EXPECT_FALSE(informationRequested({"kelmo", "--", "--version"}, "1.2.3"))
+        << "after -- everything is a file";
+}
+
+TEST(CommandLine, FilesAreTheArgumentsThatAreNotOptions) {
+    EXPECT_EQ(fileArguments({"kelmo", "a.jsx", "--flag", "-x", "b c.html", "-", "--", "-d.tsx"}),
+              (std::vector<std::string>{"a.jsx", "b c.html", "-", "-d.tsx"}));
+    EXPECT_TRUE(fileArguments({"kelmo"}).empty());
+}
+
+TEST(CommandLine, MissingFilesAreSeparatedAndDroppedFromTheCommandLine) {
+    testing::TemporaryDirectory dir;
+    const std::string present = dir / "here.jsx";
+    const std::string absent = dir / "gone.jsx";
+    testing::writeFile(present);
+
+    const auto checked = checkFileArguments({present, absent, ""});
+    EXPECT_EQ(checked.existing, std::vector<std::string>{present});
+    EXPECT_EQ(checked.missing, (std::vector<std::string>{absent, ""}));
+
+    EXPECT_EQ(withoutMissingFiles({"kelmo", "--flag", absent, present}, {absent}),
+              (std::vector<std::string>{"kelmo", "--flag", present}));
+}
+
+} // namespace
+} // namespace kelmo
