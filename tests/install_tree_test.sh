@@ -1,0 +1,41 @@
+#!/usr/bin/env bash
+# Installs the build into a temporary prefix and runs Kelmo from there: the
+# installed binary must find its resources and run a JSX artifact, whose console
+# line must reach standard output. Needs a display (run under Xvfb).
+set -euo pipefail
+build_dir="$1"
+work="$(mktemp -d)"
+trap 'kill "${kelmo_pid:-0}" 2>/dev/null || true; rm -rf "$work"' EXIT
+
+prefix="$work/prefix"
+cmake --install "$build_dir" --prefix "$prefix" >/dev/null
+
+for file in bin/kelmo share/kelmo/resources/runtime.html share/kelmo/resources/runtime.js \
+    share/kelmo/resources/react.production.min.js share/kelmo/resources/babel.min.js \
+    share/kelmo/resources/style.css share/applications/org.kelmo.Kelmo.desktop \
+    share/metainfo/org.kelmo.Kelmo.metainfo.xml share/mime/packages/org.kelmo.Kelmo.xml \
+    share/icons/hicolor/scalable/apps/org.kelmo.Kelmo.svg; do
+  [ -e "$prefix/$file" ] || { echo "missing after install: $file"; exit 1; }
+done
+
+"$prefix/bin/kelmo" --version | grep -q '^Kelmo '
+
+# A first start watches Downloads and opens its newest artifact straight away.
+export HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data" \
+  XDG_CACHE_HOME="$work/home/cache"
+mkdir -p "$HOME/Downloads"
+cat > "$HOME/Downloads/installed.jsx" <<'JSX'
+export default function Installed() {
+  React.useEffect(() => console.log("installed tree renders"), []);
+  return <h1>Installed</h1>;
+}
+JSX
+mkfifo "$work/output"
+"$prefix/bin/kelmo" >"$work/output" 2>/dev/null &
+kelmo_pid=$!
+if timeout 60 grep -m1 -q "🔵 \[JS\] installed tree renders" <"$work/output"; then
+  echo "installed Kelmo ran the artifact"
+else
+  echo "installed Kelmo did not run the artifact"
+  exit 1
+fi
