@@ -8,9 +8,20 @@ add_library(kelmo_runtime_schemes STATIC
 )
 target_link_libraries(kelmo_runtime_schemes PUBLIC kelmo_core)
 
+# The player's pure rules: the viewport modes and the stage's checkerboard.
+add_library(kelmo_player_rules STATIC
+  ${CMAKE_CURRENT_LIST_DIR}/viewport_mode.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/checkerboard.cpp
+)
+target_link_libraries(kelmo_player_rules PUBLIC kelmo_core)
+
 add_library(kelmo_runtime STATIC
   ${CMAKE_CURRENT_LIST_DIR}/web_view_schemes.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_web_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_web_view_coordinator.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/player_background.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/artifact_detail_view.cpp
 )
-target_link_libraries(kelmo_runtime PUBLIC kelmo_runtime_schemes PkgConfig::GTKMM PkgConfig::WEBKIT)
+# The player shows the library's type badge, button styles and symbols.
+target_link_libraries(kelmo_runtime PUBLIC kelmo_runtime_schemes kelmo_player_rules kelmo_library
+  PkgConfig::GTKMM PkgConfig::WEBKIT)

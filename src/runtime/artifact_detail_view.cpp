@@ -1,0 +1,352 @@
+#include "runtime/artifact_detail_view.h"
+
+#include "library/app_style.h"
+#include "library/file_manager.h"
+#include "library/symbols.h"
+#include "library/type_badge.h"
+#include "runtime/artifact_web_view.h"
+#include "runtime/player_background.h"
+
+#include <giomm/simpleactiongroup.h>
+#include <gtkmm/separator.h>
+#include <gtkmm/shortcutcontroller.h>
+#include <gtkmm/spinner.h>
+
+namespace kelmo {
+namespace {
+
+constexpr const char* actionGroup = "player";
+
+// The device window's width; Desktop has none and fills the stage.
+std::optional<int> deviceWidth(ViewportMode mode) {
+    switch (mode) {
+    case ViewportMode::desktop:
+        return std::nullopt;
+    case ViewportMode::tablet:
+        return 768;
+    case ViewportMode::phone:
+        return 390;
+    }
+    return std::nullopt;
+}
+
+Gtk::Image& symbolImage(const char* symbol, int size) {
+    auto& image = *Gtk::make_managed<Gtk::Image>();
+    image.set_from_icon_name(symbolIconName(symbol));
+    image.set_pixel_size(size);
+    return image;
+}
+
+} // namespace
+
+ArtifactDetailView::ArtifactDetailView(ArtifactStore& store, const Artifact& artifact)
+    : Gtk::Box{Gtk::Orientation::VERTICAL, 0}, store_{store}, artifact_{artifact} {
+    add_css_class("artifact-detail-view");
+    installActions();
+
+    append(detailToolbar());
+    auto& divider = *Gtk::make_managed<Gtk::Separator>(Gtk::Orientation::HORIZONTAL);
+    divider.add_css_class("player-divider");
+    append(divider);
+
+    stage_.add_css_class("player-stage");
+    stage_.set_hexpand(true);
+    stage_.set_vexpand(true);
+    stage_.set_overflow(Gtk::Overflow::HIDDEN);
+    stage_.set_child(*Gtk::make_managed<PlayerBackground>());
+    append(stage_);
+
+    showArtifactTexts();
+    showFavorite();
+    showViewport();
+    placeRunArea();
+    load();
+    storeChanged_ = store_.signalChanged().connect([this] { showFavorite(); });
+}
+
+ArtifactDetailView::~ArtifactDetailView() {
+    storeChanged_.disconnect();
+}
+
+void ArtifactDetailView::installActions() {
+    auto group = Gio::SimpleActionGroup::create();
+    group->add_action("back", [this] { store_.setSelectedArtifact(std::nullopt); });
+    group->add_action("reload", [this] { reload(); });
+    group->add_action("toggle-favorite", [this] { store_.toggleFavorite(artifact_); });
+    group->add_action("reveal", [this] { revealInFileManager(artifact_.url); });
+    group->add_action_with_parameter(
+        "viewport", Glib::VARIANT_TYPE_STRING, [this](const Glib::VariantBase& parameter) {
+            const auto text =
+                Glib::VariantBase::cast_dynamic<Glib::Variant<Glib::ustring>>(parameter).get();
+            if (const auto mode = viewportModeFromRawValue(text.raw()))
+                setViewport(*mode);
+        });
+    insert_action_group(actionGroup, group);
+
+    // Ctrl+R reloads wherever the focus is in the window, for as long as the player is
+    // in it; caught before the page sees the key.
+    auto shortcuts = Gtk::ShortcutController::create();
+    shortcuts->set_scope(Gtk::ShortcutScope::GLOBAL);
+    shortcuts->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    shortcuts->add_shortcut(Gtk::Shortcut::create(
+        Gtk::KeyvalTrigger::create(GDK_KEY_r, Gdk::ModifierType::CONTROL_MASK),
+        Gtk::NamedAction::create("player.reload")));
+    add_controller(shortcuts);
+}
+
+Gtk::Widget& ArtifactDetailView::detailToolbar() {
+    auto& toolbar = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 8);
+    toolbar.add_css_class("detail-toolbar");
+
+    auto& back = *Gtk::make_managed<Gtk::Button>();
+    back.add_css_class("player-back-button");
+    auto& backLabel = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 3);
+    backLabel.append(symbolImage("chevron.left", 11));
+    auto& library = *Gtk::make_managed<Gtk::Label>("Library");
+    backLabel.append(library);
+    back.set_child(backLabel);
+    back.set_tooltip_text("Back to Library");
+    back.set_action_name("player.back");
+    back.set_valign(Gtk::Align::CENTER);
+    toolbar.append(back);
+
+    toolbar.append(toolbarDivider());
+    typeBadge_ = Gtk::make_managed<TypeBadge>(artifact_.type);
+    toolbar.append(*typeBadge_);
+
+    // The name takes the free space, which also pushes the controls to the right end.
+    name_.add_css_class("player-artifact-name");
+    name_.set_single_line_mode(true);
+    name_.set_ellipsize(Pango::EllipsizeMode::END);
+    name_.set_xalign(0);
+    name_.set_hexpand(true);
+    toolbar.append(name_);
+
+    errorLabel_.add_css_class("player-error");
+    errorLabel_.append(symbolImage("exclamationmark.triangle", 11));
+    errorText_.set_single_line_mode(true);
+    errorText_.set_ellipsize(Pango::EllipsizeMode::END);
+    errorText_.set_max_width_chars(60);
+    errorLabel_.append(errorText_);
+    errorLabel_.set_visible(false);
+    toolbar.append(errorLabel_);
+
+    toolbar.append(viewportPicker());
+    toolbar.append(toolbarDivider());
+    toolbar.append(iconButton("arrow.clockwise", "Reload (⌘R)", "player.reload"));
+    favorite_ = &iconButton("star", "Add to Favorites", "player.toggle-favorite");
+    favoriteIcon_.set_pixel_size(12);
+    favorite_->set_child(favoriteIcon_);
+    favorite_->add_css_class("player-favorite");
+    toolbar.append(*favorite_);
+    toolbar.append(iconButton("arrow.up.right.square", "Reveal in Finder", "player.reveal"));
+    return toolbar;
+}
+
+Gtk::Widget& ArtifactDetailView::toolbarDivider() {
+    auto& divider = *Gtk::make_managed<Gtk::Separator>(Gtk::Orientation::VERTICAL);
+    divider.add_css_class("player-toolbar-divider");
+    divider.set_size_request(-1, 14);
+    divider.set_valign(Gtk::Align::CENTER);
+    return divider;
+}
+
+Gtk::Button& ArtifactDetailView::iconButton(const char* symbol, const char* tooltip,
+                                            const char* action) {
+    auto& button = *Gtk::make_managed<Gtk::Button>();
+    setButtonStyle(button, button_style::appIcon);
+    button.set_child(symbolImage(symbol, 12));
+    button.set_tooltip_text(tooltip);
+    button.set_action_name(action);
+    button.set_valign(Gtk::Align::CENTER);
+    return button;
+}
+
+Gtk::Widget& ArtifactDetailView::viewportPicker() {
+    auto& picker = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 0);
+    picker.add_css_class("viewport-picker");
+    picker.set_valign(Gtk::Align::CENTER);
+    for (const ViewportMode mode : allViewportModes) {
+        auto& button = *Gtk::make_managed<Gtk::Button>();
+        button.add_css_class("viewport-button");
+        if (mode == ViewportMode::desktop) {
+            button.set_child(symbolImage("desktopcomputer", 12));
+        } else {
+            auto& label = *Gtk::make_managed<Gtk::Label>(std::string{rawValue(mode)});
+            button.set_child(label);
+        }
+        button.set_action_name("player.viewport");
+        button.set_action_target_value(
+            Glib::Variant<Glib::ustring>::create(std::string{rawValue(mode)}));
+        picker.append(button);
+        viewportButtons_.push_back(&button);
+    }
+    return picker;
+}
+
+void ArtifactDetailView::showArtifact(const Artifact& artifact) {
+    const bool changed = !(artifact.id == artifact_.id);
+    artifact_ = artifact;
+    showArtifactTexts();
+    showFavorite();
+    if (!changed)
+        return;
+    errorMessage_.reset();
+    reloadToken_ = Uuid::random();
+    errorLabel_.set_visible(false);
+    load();
+    stateChanged_.emit();
+}
+
+void ArtifactDetailView::setViewport(ViewportMode mode) {
+    const bool sameWebView = deviceWidth(mode).has_value() == deviceWidth(viewport_).has_value();
+    viewport_ = mode;
+    if (sameWebView) {
+        if (const auto width = deviceWidth(mode))
+            stageContent_->set_size_request(*width, -1);
+    } else {
+        placeRunArea();
+    }
+    showViewport();
+    reloadToken_ = Uuid::random();
+    load();
+    stateChanged_.emit();
+}
+
+void ArtifactDetailView::reload() {
+    errorMessage_.reset();
+    errorLabel_.set_visible(false);
+    reloadToken_ = Uuid::random();
+    load();
+    stateChanged_.emit();
+}
+
+void ArtifactDetailView::load() {
+    webView_->loadIfNeeded(artifact_, reloadToken_);
+}
+
+// Puts a new run area on the stage: filling it in Desktop, inside a device window
+// otherwise. The web view it held goes with the old one.
+void ArtifactDetailView::placeRunArea() {
+    if (stageContent_)
+        stage_.remove_overlay(*stageContent_);
+    deviceName_ = nullptr;
+    Gtk::Widget& area = runArea();
+    const auto width = deviceWidth(viewport_);
+    stageContent_ = width ? &deviceFrame(*width) : &area;
+    stage_.add_overlay(*stageContent_);
+    showArtifactTexts();
+}
+
+Gtk::Widget& ArtifactDetailView::runArea() {
+    auto& area = *Gtk::make_managed<Gtk::Overlay>();
+    area.add_css_class("player-run-area");
+    area.set_hexpand(true);
+    area.set_vexpand(true);
+    webView_ = Gtk::make_managed<ArtifactWebView>();
+    webView_->set_hexpand(true);
+    webView_->set_vexpand(true);
+    webView_->signalIsLoading().connect(sigc::mem_fun(*this, &ArtifactDetailView::setIsLoading));
+    webView_->signalErrorMessage().connect(
+        [this](const std::string& message) { setErrorMessage(message); });
+    area.set_child(*webView_);
+    loadingOverlay_ = &loadingOverlay();
+    loadingOverlay_->set_visible(isLoading_);
+    area.add_overlay(*loadingOverlay_);
+    return area;
+}
+
+Gtk::Widget& ArtifactDetailView::deviceFrame(int width) {
+    auto& frame = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 0);
+    frame.add_css_class("device-frame");
+    frame.set_overflow(Gtk::Overflow::HIDDEN);
+    frame.set_size_request(width, -1);
+    frame.set_halign(Gtk::Align::CENTER);
+    frame.set_valign(Gtk::Align::FILL);
+
+    auto& titleBar = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 5);
+    titleBar.add_css_class("device-title-bar");
+    for (const char* light : {"close", "minimize", "zoom"}) {
+        auto& circle = *Gtk::make_managed<Gtk::Box>();
+        circle.add_css_class("device-light");
+        circle.add_css_class(light);
+        circle.set_size_request(10, 10);
+        circle.set_valign(Gtk::Align::CENTER);
+        titleBar.append(circle);
+    }
+    deviceName_ = Gtk::make_managed<Gtk::Label>();
+    deviceName_->add_css_class("device-title");
+    deviceName_->set_hexpand(true);
+    deviceName_->set_ellipsize(Pango::EllipsizeMode::END);
+    titleBar.append(*deviceName_);
+    // As wide as the three lights, so that the name stays centred.
+    auto& balance = *Gtk::make_managed<Gtk::Box>();
+    balance.set_size_request(44, 10);
+    titleBar.append(balance);
+    frame.append(titleBar);
+
+    frame.append(runArea());
+    return frame;
+}
+
+Gtk::Widget& ArtifactDetailView::loadingOverlay() {
+    auto& overlay = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 0);
+    overlay.add_css_class("loading-overlay");
+    auto& content = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 12);
+    content.set_halign(Gtk::Align::CENTER);
+    content.set_valign(Gtk::Align::CENTER);
+    content.set_vexpand(true);
+    auto& spinner = *Gtk::make_managed<Gtk::Spinner>();
+    spinner.set_size_request(26, 26);
+    spinner.set_halign(Gtk::Align::CENTER);
+    spinner.start();
+    content.append(spinner);
+    auto& text = *Gtk::make_managed<Gtk::Label>("Loading artifact…");
+    text.add_css_class("loading-text");
+    content.append(text);
+    overlay.append(content);
+    return overlay;
+}
+
+void ArtifactDetailView::setIsLoading(bool loading) {
+    if (isLoading_ == loading)
+        return;
+    isLoading_ = loading;
+    loadingOverlay_->set_visible(loading);
+    stateChanged_.emit();
+}
+
+void ArtifactDetailView::setErrorMessage(std::optional<std::string> message) {
+    errorMessage_ = std::move(message);
+    errorText_.set_text(errorMessage_.value_or(""));
+    errorLabel_.set_visible(errorMessage_.has_value());
+    stateChanged_.emit();
+}
+
+void ArtifactDetailView::showArtifactTexts() {
+    typeBadge_->setType(artifact_.type);
+    name_.set_text(artifact_.name);
+    if (deviceName_)
+        deviceName_->set_text(artifact_.name);
+}
+
+void ArtifactDetailView::showFavorite() {
+    const bool favorite = store_.isFavorite(artifact_);
+    favoriteIcon_.set_from_icon_name(symbolIconName(favorite ? "star.fill" : "star"));
+    favorite_->set_tooltip_text(favorite ? "Remove from Favorites" : "Add to Favorites");
+    if (favorite)
+        favorite_->add_css_class("favorite");
+    else
+        favorite_->remove_css_class("favorite");
+}
+
+void ArtifactDetailView::showViewport() {
+    for (std::size_t index = 0; index < viewportButtons_.size(); ++index) {
+        if (allViewportModes[index] == viewport_)
+            viewportButtons_[index]->add_css_class("current");
+        else
+            viewportButtons_[index]->remove_css_class("current");
+    }
+}
+
+} // namespace kelmo
