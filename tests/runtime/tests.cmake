@@ -6,8 +6,10 @@ add_executable(kelmo_runtime_unit_tests
   ${CMAKE_CURRENT_LIST_DIR}/artifact_scheme_handler_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_file_scheme_handler_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_storage_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/player_rules_test.cpp
 )
-target_link_libraries(kelmo_runtime_unit_tests PRIVATE kelmo_runtime_schemes kelmo_test_support
+target_link_libraries(kelmo_runtime_unit_tests PRIVATE kelmo_runtime_schemes kelmo_player_rules
+  kelmo_test_support
   GTest::gtest)
 # Tests are found by scanning the sources, so that each gets both labels (discovery
 # flattens a list of labels) and listing them needs no display.
@@ -18,6 +20,8 @@ add_executable(kelmo_runtime_display_tests
   ${CMAKE_CURRENT_LIST_DIR}/web_view_fixture.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_web_view_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_library_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/player_fixture.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/artifact_detail_view_test.cpp
 )
 target_link_libraries(kelmo_runtime_display_tests PRIVATE kelmo_display_test_main kelmo_runtime
   kelmo_test_support GTest::gtest)
