@@ -278,6 +278,8 @@ Gtk::Widget& ArtifactDetailView::deviceFrame(int width) {
     deviceName_->add_css_class("device-title");
     deviceName_->set_hexpand(true);
     deviceName_->set_ellipsize(Pango::EllipsizeMode::END);
+    // Asks for no width of its own, so that a long name never widens the window.
+    deviceName_->set_max_width_chars(1);
     titleBar.append(*deviceName_);
     // As wide as the three lights, so that the name stays centred.
     auto& balance = *Gtk::make_managed<Gtk::Box>();
