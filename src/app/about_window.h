@@ -1,17 +1,22 @@
 #pragma once
 
+#include "app/about_view.h"
+
 #include <gtkmm/window.h>
 
 namespace kelmo {
 
-// The About window ("about"): the mark, the name, the version and the maker. Its
-// size follows its content; it cannot be stretched beyond it.
+// The About window ("about") holding the About view. Its size follows its content;
+// it cannot be stretched beyond it.
 class AboutWindow : public Gtk::Window {
 public:
-    static constexpr int defaultWidth = 480;
+    static constexpr int defaultWidth = AboutView::width;
     static constexpr int defaultHeight = 400;
 
     AboutWindow();
+
+private:
+    AboutView view_;
 };
 
 } // namespace kelmo

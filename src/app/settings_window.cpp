@@ -2,18 +2,16 @@
 
 #include "app/window_keys.h"
 
-#include <gtkmm/box.h>
-
 namespace kelmo {
 
-SettingsWindow::SettingsWindow(ArtifactStore& store) : store_{store} {
+SettingsWindow::SettingsWindow(ArtifactStore& store) : view_{store} {
     add_css_class("settings-window");
     set_title("Settings");
     set_default_size(defaultWidth, defaultHeight);
+    set_resizable(false);
     set_hide_on_close(true);
     closeOnEscape(*this);
-    auto* content = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 0);
-    set_child(*content);
+    set_child(view_);
 }
 
 } // namespace kelmo

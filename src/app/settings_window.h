@@ -1,21 +1,23 @@
 #pragma once
 
+#include "app/settings_view.h"
 #include "store/artifact_store.h"
 
 #include <gtkmm/window.h>
 
 namespace kelmo {
 
-// The settings window, opened with Ctrl+comma. It works on the application's store.
+// The settings window, opened with Ctrl+comma: the settings view on the application's
+// store, at the view's fixed size.
 class SettingsWindow : public Gtk::Window {
 public:
-    static constexpr int defaultWidth = 460;
-    static constexpr int defaultHeight = 340;
+    static constexpr int defaultWidth = SettingsView::width;
+    static constexpr int defaultHeight = SettingsView::height;
 
     explicit SettingsWindow(ArtifactStore& store);
 
 private:
-    ArtifactStore& store_;
+    SettingsView view_;
 };
 
 } // namespace kelmo
