@@ -9,8 +9,7 @@
 
 namespace kelmo {
 
-ArtifactCardView::ArtifactCardView(ArtifactStore& store)
-    : Gtk::Box{Gtk::Orientation::VERTICAL, 0}, store_{store} {
+ArtifactCardView::ArtifactCardView(ArtifactStore& store) : store_{store} {
     add_css_class("artifact-card");
     // The rounded outline clips the thumbnail's top corners.
     set_overflow(Gtk::Overflow::HIDDEN);
@@ -41,7 +40,7 @@ ArtifactCardView::ArtifactCardView(ArtifactStore& store)
         }
     });
     top_.add_overlay(star_);
-    append(top_);
+    content_.append(top_);
 
     info_.add_css_class("artifact-card-info");
     name_.set_xalign(0);
@@ -49,6 +48,7 @@ ArtifactCardView::ArtifactCardView(ArtifactStore& store)
     name_.set_ellipsize(Pango::EllipsizeMode::END);
     name_.add_css_class("artifact-card-name");
     texts_.append(name_);
+    date_.set_ellipsize(Pango::EllipsizeMode::END);
     for (auto* detail : {&size_, &separator_, &date_}) {
         detail->add_css_class("artifact-card-detail");
         details_.append(*detail);
@@ -60,7 +60,13 @@ ArtifactCardView::ArtifactCardView(ArtifactStore& store)
     spacer_.set_size_request(8, -1);
     info_.append(spacer_);
     info_.append(badge_);
-    append(info_);
+    content_.append(info_);
+    content_.set_parent(*this);
+    // A managed card is finalized before its destructor runs; the content leaves first.
+    signal_destroy().connect([this] {
+        if (content_.get_parent())
+            content_.unparent();
+    });
 }
 
 ArtifactCardView::ArtifactCardView(ArtifactStore& store, const Artifact& artifact)
@@ -70,6 +76,8 @@ ArtifactCardView::ArtifactCardView(ArtifactStore& store, const Artifact& artifac
 
 ArtifactCardView::~ArtifactCardView() {
     storeChanged_.disconnect();
+    if (content_.get_parent())
+        content_.unparent();
 }
 
 void ArtifactCardView::show(const Artifact& artifact) {
@@ -106,12 +114,15 @@ void ArtifactCardView::refresh() {
 void ArtifactCardView::measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum,
                                      int& natural, int& minimumBaseline,
                                      int& naturalBaseline) const {
-    Gtk::Box::measure_vfunc(orientation, forSize, minimum, natural, minimumBaseline,
-                            naturalBaseline);
+    content_.measure(orientation, forSize, minimum, natural, minimumBaseline, naturalBaseline);
     // A card fills its column but grows no wider than the widest column; a long
     // name is cut rather than widening it.
     if (orientation == Gtk::Orientation::HORIZONTAL)
         natural = std::max(minimum, card_grid::maximumCardWidth);
+}
+
+void ArtifactCardView::size_allocate_vfunc(int width, int height, int baseline) {
+    content_.size_allocate(Gtk::Allocation{0, 0, width, height}, baseline);
 }
 
 } // namespace kelmo

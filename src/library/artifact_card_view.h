@@ -22,7 +22,7 @@ namespace kelmo {
 //
 // The grid recycles cards: show() hands a card the artifact of the cell it now
 // fills and clear() takes it away again.
-class ArtifactCardView : public Gtk::Box {
+class ArtifactCardView : public Gtk::Widget {
 public:
     explicit ArtifactCardView(ArtifactStore& store);
     ArtifactCardView(ArtifactStore& store, const Artifact& artifact);
@@ -38,11 +38,13 @@ private:
     void refresh();
     void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
                        int& minimumBaseline, int& naturalBaseline) const override;
+    void size_allocate_vfunc(int width, int height, int baseline) override;
 
     ArtifactStore& store_;
     std::optional<Artifact> artifact_;
     sigc::connection storeChanged_;
 
+    Gtk::Box content_{Gtk::Orientation::VERTICAL, 0};
     Gtk::Overlay top_;
     CardThumbnail thumbnailArea_;
     Gtk::Image symbol_;

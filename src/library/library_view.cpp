@@ -217,15 +217,11 @@ Gtk::Widget& LibraryView::makeEmptyState() {
     topSpace->set_vexpand(true);
     emptyState_.append(*topSpace);
 
-    auto* badge = Gtk::make_managed<Gtk::Box>();
-    badge->add_css_class("library-empty-badge");
-    badge->set_halign(Gtk::Align::CENTER);
+    // The symbol sits centred on its round plate, which the stylesheet sizes.
     emptySymbol_.set_pixel_size(28);
-    emptySymbol_.set_hexpand(true);
-    emptySymbol_.set_vexpand(true);
-    emptySymbol_.add_css_class("library-empty-symbol");
-    badge->append(emptySymbol_);
-    emptyState_.append(*badge);
+    emptySymbol_.add_css_class("library-empty-badge");
+    emptySymbol_.set_halign(Gtk::Align::CENTER);
+    emptyState_.append(emptySymbol_);
 
     auto* texts = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 6);
     texts->set_halign(Gtk::Align::CENTER);
@@ -259,13 +255,8 @@ Gtk::Widget& LibraryView::makeDropZone() {
     dropZone_.add_css_class("library-drop-zone");
     auto* content = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 12);
 
-    auto* badge = Gtk::make_managed<Gtk::Box>();
-    badge->add_css_class("drop-zone-badge");
+    auto* badge = makeSymbol("arrow.up.doc", 14, "drop-zone-badge");
     badge->set_valign(Gtk::Align::CENTER);
-    auto* arrow = makeSymbol("arrow.up.doc", 14, "drop-zone-symbol");
-    arrow->set_hexpand(true);
-    arrow->set_vexpand(true);
-    badge->append(*arrow);
     content->append(*badge);
 
     auto* texts = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 2);

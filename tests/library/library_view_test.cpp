@@ -404,9 +404,12 @@ TEST_F(LibraryViewTest, CardsFitTheAdaptiveColumnsAndOnlyCellsOnScreenAreBuilt) 
     EXPECT_GE(grids.front()->columnCount(), 2);
     const auto cards = findAll<ArtifactCardView>(view);
     EXPECT_LT(cards.size(), 200u);
+    // Each column holds its card and half of the gap on either side.
     for (auto* card : shownItems<ArtifactCardView>(view)) {
-        EXPECT_GE(card->get_width(), 200);
-        EXPECT_LE(card->get_width(), 260);
+        const int column = card->get_parent()->get_allocation().get_width();
+        EXPECT_GE(column - 14, 200);
+        EXPECT_LE(column - 14, 260);
+        EXPECT_LE(card->get_allocation().get_width(), column - 14);
     }
 }
 
