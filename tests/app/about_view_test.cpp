@@ -1,0 +1,54 @@
+#include "app/about_window.h"
+#include "app/contact_link.h"
+#include "shell_fixture.h"
+
+#include <algorithm>
+#include <gtkmm/box.h>
+
+namespace kelmo::testing {
+namespace {
+
+using AboutViewTest = ShellTest;
+
+TEST_F(AboutViewTest, ShowsTheProductAndTheMakerInAFixedWidthWindow) {
+    AboutWindow about;
+    about.present();
+    ASSERT_TRUE(runMainLoopUntil([&] { return about.get_width() > 0; }));
+    EXPECT_FALSE(about.get_resizable());
+    EXPECT_EQ(about.get_width(), 480);
+
+    const auto texts = shownTexts(about);
+    for (const std::string expected :
+         {"Kelmo", "Version " KELMO_VERSION " (1)  ·  Linux",
+          "Run any AI-generated prototype on your Mac, instantly.", KELMO_MAKER_INITIALS,
+          KELMO_MAKER_NAME, KELMO_MAKER_ROLE, KELMO_MAKER_EMAIL, KELMO_MAKER_DOMAIN,
+          "Kelmo is an independent tool and is not affiliated with, or endorsed by, any AI "
+          "provider. It runs standard web files (.html, .jsx, .tsx) that you choose to open.",
+          KELMO_ABOUT_FOOTER})
+        EXPECT_NE(std::find(texts.begin(), texts.end(), expected), texts.end()) << expected;
+
+    std::vector<std::string> links;
+    for (auto* link : findAll<ContactLink>(about))
+        links.push_back(link->url());
+    EXPECT_EQ(links, (std::vector<std::string>{"mailto:" KELMO_MAKER_EMAIL,
+                                               "https://" KELMO_MAKER_DOMAIN}));
+}
+
+TEST_F(AboutViewTest, ContactLinksOpenValidAddressesOnly) {
+    EXPECT_EQ(mailtoURL("ada@lab.example"), "mailto:ada@lab.example");
+    EXPECT_EQ(websiteURL("lab.example"), "https://lab.example");
+
+    std::vector<std::string> opened;
+    const auto record = [&opened](const std::string& uri) { opened.push_back(uri); };
+    auto* box = Gtk::make_managed<Gtk::Box>();
+    for (const auto& url : {mailtoURL("ada@lab.example"), websiteURL("lab.example"),
+                            websiteURL("%zz.example"), std::string{"no scheme"}, std::string{}})
+        box->append(*Gtk::make_managed<ContactLink>("globe", url, url, record));
+    show(*box);
+    for (auto* link : findAll<ContactLink>(*box))
+        click(*link);
+    EXPECT_EQ(opened, (std::vector<std::string>{"mailto:ada@lab.example", "https://lab.example"}));
+}
+
+} // namespace
+} // namespace kelmo::testing
