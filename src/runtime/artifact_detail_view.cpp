@@ -226,15 +226,18 @@ void ArtifactDetailView::load() {
 }
 
 // Puts a new run area on the stage: filling it in Desktop, inside a device window
-// otherwise. The web view it held goes with the old one.
+// otherwise. The web view it held goes with the old one, but only once the new one is
+// in place: tearing the old web view down first left the new one's first load waiting
+// for seconds, at times for over a minute.
 void ArtifactDetailView::placeRunArea() {
-    if (stageContent_)
-        stage_.remove_overlay(*stageContent_);
+    Gtk::Widget* const previous = stageContent_;
     deviceName_ = nullptr;
     Gtk::Widget& area = runArea();
     const auto width = deviceWidth(viewport_);
     stageContent_ = width ? &deviceFrame(*width) : &area;
     stage_.add_overlay(*stageContent_);
+    if (previous)
+        stage_.remove_overlay(*previous);
     showArtifactTexts();
 }
 
