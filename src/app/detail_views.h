@@ -19,8 +19,11 @@ struct DetailViews {
     std::function<Gtk::Widget*(ArtifactStore& store, const Artifact& artifact)> makePlayerView;
     std::function<void(Gtk::Widget& playerView, const Artifact& artifact)> showArtifact;
 
-    // Simple stand-ins: the names of the selected section's artifacts, and the
-    // selected artifact's name with a way back to the library.
+    // The library of cards and rows, and the player that runs the artifact.
+    static DetailViews standard();
+
+    // Light stand-ins for tests of the shell: the names of the selected section's
+    // artifacts, and the selected artifact's name with a way back to the library.
     static DetailViews placeholders();
 };
 

@@ -35,7 +35,7 @@ public:
         std::function<std::unique_ptr<ArtifactStore>()> makeStore;
         // The chooser the store runs; the desktop's native chooser by default.
         std::shared_ptr<OpenPanel> openPanel;
-        DetailViews detailViews = DetailViews::placeholders();
+        DetailViews detailViews = DetailViews::standard();
     };
 
     static Glib::RefPtr<DuskwellApp> create();

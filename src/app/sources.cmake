@@ -18,6 +18,7 @@ add_library(kelmo_app STATIC
   ${CMAKE_CURRENT_LIST_DIR}/onboarding_steps.cpp
   ${CMAKE_CURRENT_LIST_DIR}/onboarding_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/placeholder_views.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/standard_detail_views.cpp
   ${CMAKE_CURRENT_LIST_DIR}/content_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/main_window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/contact_link.cpp
@@ -29,7 +30,7 @@ add_library(kelmo_app STATIC
   ${CMAKE_CURRENT_LIST_DIR}/command_line.cpp
 )
 target_include_directories(kelmo_app PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
-target_link_libraries(kelmo_app PUBLIC kelmo_core kelmo_library PkgConfig::GTKMM)
+target_link_libraries(kelmo_app PUBLIC kelmo_core kelmo_library kelmo_runtime PkgConfig::GTKMM)
 target_compile_definitions(kelmo_app PUBLIC
   KELMO_VERSION="${PROJECT_VERSION}"
   KELMO_APP_ID="${KELMO_APP_ID}"

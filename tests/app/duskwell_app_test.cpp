@@ -1,5 +1,7 @@
 #include "app/duskwell_app.h"
 #include "app/main_window.h"
+#include "library/library_view.h"
+#include "runtime/artifact_detail_view.h"
 #include "shell_fixture.h"
 
 #include <gio/gio.h>
@@ -45,6 +47,7 @@ protected:
         configuration.flags = Gio::Application::Flags::NON_UNIQUE;
         configuration.notifications = &notifications;
         configuration.openPanel = panel;
+        configuration.detailViews = detailViews();
         configuration.makeStore = [this] {
             auto made = std::make_unique<ArtifactStore>(environment());
             made->setIsShowingOnboarding(false);
@@ -74,8 +77,17 @@ protected:
         return found;
     }
 
+    // The shell's own tests use light stand-ins for the library and the player.
+    virtual DetailViews detailViews() const { return DetailViews::placeholders(); }
+
     Glib::RefPtr<DuskwellApp> app;
     ArtifactStore* appStore = nullptr;
+};
+
+// The application as users get it: the real library and player.
+class DuskwellAppIntegrationTest : public DuskwellAppTest {
+protected:
+    DetailViews detailViews() const override { return DetailViews::standard(); }
 };
 
 TEST_F(DuskwellAppTest, OpenCommandsPostNotificationsThatTheStoreAnswers) {
@@ -195,6 +207,28 @@ TEST_F(DuskwellAppTest, OpenedFilesJoinTheLibraryAndTheLastOneIsShown) {
     ASSERT_TRUE(runMainLoopUntil([&] { return appStore->selectedArtifact()->path() == page; }));
     EXPECT_EQ(appStore->allArtifacts().size(), 2u);
     EXPECT_TRUE(app->mainWindow()->get_visible());
+}
+
+TEST_F(DuskwellAppIntegrationTest, AFileOpenedFromOutsideRunsInThePlayer) {
+    const auto component = root / "given" / "hello.jsx";
+    writeFile(component, "export default function Hello() { return <h1 id='hello'>Hi</h1>; }");
+    app->open({Gio::File::create_for_path(component)});
+    ASSERT_TRUE(runMainLoopUntil([&] { return appStore->selectedArtifact().has_value(); }));
+
+    auto* player = dynamic_cast<ArtifactDetailView*>(app->mainWindow()->contentView().detailView());
+    ASSERT_NE(player, nullptr);
+    EXPECT_EQ(player->artifact().path(), component.native());
+    bool startedLoading = player->isLoading();
+    player->signalStateChanged().connect(
+        [&] { startedLoading = startedLoading || player->isLoading(); });
+    ASSERT_TRUE(runMainLoopUntil([&] { return startedLoading && !player->isLoading(); },
+                                 std::chrono::seconds{60}));
+    EXPECT_FALSE(player->errorMessage());
+
+    appStore->setSelectedArtifact(std::nullopt); // back: the library replaces the player
+    ASSERT_TRUE(runMainLoopUntil([&] {
+        return dynamic_cast<LibraryView*>(app->mainWindow()->contentView().detailView()) != nullptr;
+    }));
 }
 
 TEST_F(DuskwellAppTest, SettingsOpensOneSettingsWindow) {

@@ -1,0 +1,20 @@
+#include "app/detail_views.h"
+#include "library/library_view.h"
+#include "runtime/artifact_detail_view.h"
+
+namespace kelmo {
+
+DetailViews DetailViews::standard() {
+    DetailViews views;
+    views.makeLibraryView = [](ArtifactStore& store) { return kelmo::makeLibraryView(store); };
+    views.makePlayerView = [](ArtifactStore& store, const Artifact& artifact) -> Gtk::Widget* {
+        return Gtk::make_managed<ArtifactDetailView>(store, artifact);
+    };
+    views.showArtifact = [](Gtk::Widget& playerView, const Artifact& artifact) {
+        if (auto* player = dynamic_cast<ArtifactDetailView*>(&playerView))
+            player->showArtifact(artifact);
+    };
+    return views;
+}
+
+} // namespace kelmo
