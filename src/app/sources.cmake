@@ -4,7 +4,6 @@
 # The maker's data shown in About; a packager supplies the real ones.
 set(KELMO_MAKER_INITIALS "KP" CACHE STRING "The maker's initials in About's maker card")
 set(KELMO_MAKER_ROLE "Makers of Kelmo" CACHE STRING "The maker's one-line role in About")
-set(KELMO_MAKER_EMAIL "hello@kelmo.example" CACHE STRING "The maker's e-mail address in About")
 set(KELMO_MAKER_DOMAIN "kelmo.example" CACHE STRING "The maker's web domain in About")
 set(KELMO_ABOUT_FOOTER "Made with care for people who prototype." CACHE STRING
   "The one-line note at the foot of About")
