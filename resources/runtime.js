@@ -11,6 +11,7 @@
   const PLAYER_URL = "artifact://player/";
   const MAX_SHOWN_ERRORS = 5;
   const TAILWIND_FILE = "kelmo-tailwind.js";
+  const BABEL_FILE = "babel.min.js";
 
   function setState(state) {
     document.documentElement.dataset.kelmoState = state;
@@ -446,18 +447,52 @@
       React.createElement(MarkRendered, null, React.createElement(Component))));
   }
 
+  // The module an earlier run compiled from this code, when the application kept one
+  // and it is whole.
+  function earlierCompiled() {
+    try {
+      const compiled = JSON.parse(window.kelmoCompiledArtifact);
+      if (compiled && typeof compiled.code === "string" && Array.isArray(compiled.imports) &&
+          Array.isArray(compiled.exports))
+        return compiled;
+    } catch (ignored) {
+      // Nothing kept, or something unusable: compile afresh.
+    }
+    return undefined;
+  }
+
+  // Hands a fresh compile to the application, which keeps it for the next run of
+  // the same code.
+  function keepCompiled(compiled) {
+    try {
+      const handlers = window.webkit && window.webkit.messageHandlers;
+      if (handlers && handlers.kelmoCompiled && typeof window.kelmoCompileKey === "string")
+        handlers.kelmoCompiled.postMessage({ key: window.kelmoCompileKey, compiled: JSON.stringify(compiled) });
+    } catch (ignored) {
+      // Not kept: the next run compiles again.
+    }
+  }
+
   async function run() {
     const source = window.kelmoArtifactCode;
-    if (typeof Babel === "undefined")
-      throw new Error("The Babel runtime did not load");
     if (typeof source !== "string" || source.trim() === "")
       throw new Error("The artifact has no code");
 
     installHostApis();
-    const compiled = compile(source);
-    // The player renders with React, whatever the artifact imports, and styles
-    // with Tailwind, which nearly every artifact's classes assume.
-    await loadModules(["react", "react-dom/client", ...compiled.imports], [TAILWIND_FILE]);
+    // The player renders with React, whatever the artifact imports, and styles with
+    // Tailwind, which nearly every artifact's classes assume: they load while the
+    // code compiles. Babel is the largest file by far and loads only when needed.
+    let compiled = earlierCompiled();
+    const basics = loadModules(["react", "react-dom/client"], [TAILWIND_FILE]);
+    basics.catch(() => undefined); // reported once, where it is awaited below
+    if (!compiled) {
+      await loadFile(BABEL_FILE).catch(() => undefined);
+      if (typeof Babel === "undefined")
+        throw new Error("The Babel runtime did not load");
+      compiled = compile(source);
+      keepCompiled(compiled);
+    }
+    await Promise.all([basics, loadModules(compiled.imports)]);
 
     const module = { exports: {} };
     const evaluate = new Function("require", "module", "exports",

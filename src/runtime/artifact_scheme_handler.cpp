@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <glib.h>
+#include <initializer_list>
+#include <numeric>
 
 namespace kelmo {
 
@@ -29,6 +31,40 @@ SchemeResult ArtifactSchemeHandler::resolve(std::string_view url) const {
     return serveResource(parsed->lastPathComponent());
 }
 
+namespace {
+
+struct Fill {
+    std::string_view placeholder;
+    std::string_view replacement;
+};
+
+// The template with each placeholder replaced, in one pass, so that a replacement
+// that happens to contain a placeholder's text stays as it is.
+std::string fillTemplate(std::string_view text, std::initializer_list<Fill> fills) {
+    std::string filled;
+    filled.reserve(text.size() + std::accumulate(fills.begin(), fills.end(), std::size_t{0},
+                                                 [](std::size_t sum, const Fill& fill) {
+                                                     return sum + fill.replacement.size();
+                                                 }));
+    while (!text.empty()) {
+        auto nearest = std::string_view::npos;
+        const Fill* found = nullptr;
+        for (const auto& fill : fills)
+            if (const auto at = text.find(fill.placeholder); at < nearest) {
+                nearest = at;
+                found = &fill;
+            }
+        if (!found)
+            break;
+        filled.append(text.substr(0, nearest)).append(found->replacement);
+        text.remove_prefix(nearest + found->placeholder.size());
+    }
+    filled.append(text);
+    return filled;
+}
+
+} // namespace
+
 SchemeResult ArtifactSchemeHandler::serveRuntime() const {
     const auto file = resources_.url("runtime", "html");
     if (!file)
@@ -38,16 +74,13 @@ SchemeResult ArtifactSchemeHandler::serveRuntime() const {
         return SchemeError::fileDoesNotExist;
 
     const std::string code = escapeForHTMLScript(artifactCode);
-    std::string filled;
-    filled.reserve(page->size() + code.size());
-    std::string_view rest{*page};
-    for (auto at = rest.find(artifactCodePlaceholder); at != std::string_view::npos;
-         at = rest.find(artifactCodePlaceholder)) {
-        filled.append(rest.substr(0, at)).append(code);
-        rest.remove_prefix(at + artifactCodePlaceholder.size());
-    }
-    filled.append(rest);
-    return SchemeResponse{std::move(filled), "text/html"};
+    const std::string compiled =
+        compiledArtifact ? escapeForHTMLScript(*compiledArtifact) : std::string{"null"};
+    const std::string key = escapeForHTMLScript(compileKey);
+    return SchemeResponse{fillTemplate(*page, {{artifactCodePlaceholder, code},
+                                               {compiledArtifactPlaceholder, compiled},
+                                               {compileKeyPlaceholder, key}}),
+                          "text/html"};
 }
 
 SchemeResult ArtifactSchemeHandler::serveResource(std::string_view name) const {

@@ -2,6 +2,7 @@
 
 #include "runtime/resource_locator.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,6 +18,11 @@ inline constexpr std::string_view artifactPlayerUrl = "artifact://player/";
 
 // The placeholder in the page template that receives the artifact's code.
 inline constexpr std::string_view artifactCodePlaceholder = "{{ARTIFACT_CODE_JSON}}";
+// The placeholder that receives the artifact's earlier compiled module, or null.
+inline constexpr std::string_view compiledArtifactPlaceholder = "{{COMPILED_ARTIFACT_JSON}}";
+// The placeholder that receives the key under which the page hands over what it
+// compiled, as a JSON string literal.
+inline constexpr std::string_view compileKeyPlaceholder = "{{COMPILE_KEY_JSON}}";
 
 // Why a scheme request could not be answered.
 enum class SchemeError {
@@ -50,14 +56,22 @@ public:
 
     // The full source of the JSX or TSX artifact to run; embedded in the next page request.
     std::string artifactCode;
+    // What the page made of that code on an earlier run, when it is known; the page
+    // then skips compiling.
+    std::optional<std::string> compiledArtifact;
+    // Sent back with a freshly compiled module, so that a late message from an
+    // earlier page cannot be taken for this one's.
+    std::string compileKey;
 
     // Routes by host and path alone (query and fragment are ignored): host "player"
     // with an empty path or "/" is the page, any other path is the resource named by
     // its last component; any other host, or none, does not exist.
     SchemeResult resolve(std::string_view url) const;
 
-    // The page template (resource "runtime.html") with every placeholder replaced by
-    // the code as a JSON string literal; "text/html".
+    // The page template (resource "runtime.html") with every code placeholder replaced
+    // by the code as a JSON string literal, every compiled-module placeholder by the
+    // compiled module as one (or null) and every key placeholder by the compile key as
+    // one; "text/html".
     SchemeResult serveRuntime() const;
 
     // The top-level resource file of that name, typed by its extension.

@@ -19,12 +19,15 @@ constexpr double zoomStep = 1.1; // per wheel notch
 
 } // namespace
 
-ArtifactWebView::ArtifactWebView(ResourceLocator resources, std::filesystem::path storageDirectory)
+ArtifactWebView::ArtifactWebView(ResourceLocator resources, std::filesystem::path storageDirectory,
+                                 std::filesystem::path compileCacheDirectory)
     : coordinator_{std::make_unique<Coordinator>(*this)} {
     set_layout_manager(Gtk::BinLayout::create());
     set_hexpand(true);
     set_vexpand(true);
 
+    coordinator_->compileCache = std::make_shared<CompileCache>(
+        std::move(compileCacheDirectory), CompileCache::fingerprintOf(resources));
     coordinator_->schemeHandler = std::make_shared<ArtifactSchemeHandler>(std::move(resources));
     coordinator_->fileSchemeHandler = std::make_shared<ArtifactFileSchemeHandler>();
     coordinator_->storage = std::make_shared<ArtifactStorage>(std::move(storageDirectory));

@@ -3,6 +3,7 @@
 #include "model/artifact.h"
 #include "model/uuid.h"
 #include "runtime/artifact_storage.h"
+#include "runtime/compile_cache.h"
 #include "runtime/gobject_ref.h"
 #include "runtime/resource_locator.h"
 
@@ -31,10 +32,12 @@ class ArtifactWebView : public Gtk::Widget {
 public:
     class Coordinator;
 
-    // storageDirectory: where the artifacts' window.storage values are kept.
+    // storageDirectory: where the artifacts' window.storage values are kept;
+    // compileCacheDirectory: where compiled JSX and TSX modules are kept between runs.
     explicit ArtifactWebView(
         ResourceLocator resources = ResourceLocator::application(),
-        std::filesystem::path storageDirectory = ArtifactStorage::defaultDirectory());
+        std::filesystem::path storageDirectory = ArtifactStorage::defaultDirectory(),
+        std::filesystem::path compileCacheDirectory = CompileCache::defaultDirectory());
     ~ArtifactWebView() override;
     ArtifactWebView(const ArtifactWebView&) = delete;
     ArtifactWebView& operator=(const ArtifactWebView&) = delete;

@@ -68,6 +68,8 @@ ArtifactWebView::Coordinator::~Coordinator() {
             contentManager_.get(), artifactBridgeChannel, nullptr);
         webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
                                                                       storageChannel, nullptr);
+        webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
+                                                                      compiledChannel, nullptr);
     }
 }
 
@@ -81,6 +83,10 @@ void ArtifactWebView::Coordinator::listenTo(WebKitUserContentManager* contentMan
                                                                 nullptr);
     webkit_user_content_manager_register_script_message_handler(contentManager,
                                                                 artifactBridgeChannel, nullptr);
+    g_signal_connect(contentManager, "script-message-received::kelmoCompiled",
+                     G_CALLBACK(onCompiledMessage), this);
+    webkit_user_content_manager_register_script_message_handler(contentManager, compiledChannel,
+                                                                nullptr);
     g_signal_connect(contentManager, "script-message-with-reply-received::kelmoStorage",
                      G_CALLBACK(onStorageMessage), this);
     webkit_user_content_manager_register_script_message_handler_with_reply(contentManager,
@@ -124,8 +130,18 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
         parent_.setErrorMessage(couldNotReadFile);
         return;
     }
-    if (schemeHandler)
+    pendingCompileKey_.clear();
+    if (schemeHandler) {
+        schemeHandler->compiledArtifact.reset();
+        schemeHandler->compileKey.clear();
+        if (compileCache) {
+            schemeHandler->compileKey = compileCache->keyFor(*code);
+            schemeHandler->compiledArtifact = compileCache->lookup(schemeHandler->compileKey);
+            if (!schemeHandler->compiledArtifact)
+                pendingCompileKey_ = schemeHandler->compileKey;
+        }
         schemeHandler->artifactCode = std::move(*code);
+    }
     webkit_web_view_load_uri(webView, std::string{artifactPlayerUrl}.c_str());
     startTimeout(webView);
 }
@@ -224,6 +240,19 @@ void ArtifactWebView::Coordinator::answerStorageRequest(JSCValue* request,
     webkit_script_message_reply_return_value(reply, answer.get());
 }
 
+// Keeps the page's compile of the code this load runs; a message that carries another
+// key comes from an earlier page, or is a second one, and is dropped.
+void ArtifactWebView::Coordinator::keepCompiled(JSCValue* body) {
+    if (!compileCache || pendingCompileKey_.empty() || !body || !jsc_value_is_object(body))
+        return;
+    const auto key = stringProperty(body, "key");
+    const auto compiled = stringProperty(body, "compiled");
+    if (!key || *key != pendingCompileKey_ || !compiled)
+        return;
+    compileCache->store(*key, *compiled);
+    pendingCompileKey_.clear();
+}
+
 void ArtifactWebView::Coordinator::onLoadChanged(WebKitWebView*, WebKitLoadEvent event,
                                                  gpointer self) {
     auto* coordinator = static_cast<Coordinator*>(self);
@@ -248,6 +277,11 @@ void ArtifactWebView::Coordinator::onConsoleMessage(WebKitUserContentManager*, J
 void ArtifactWebView::Coordinator::onBridgeMessage(WebKitUserContentManager*, JSCValue* body,
                                                    gpointer self) {
     static_cast<Coordinator*>(self)->didReceive(artifactBridgeChannel, body);
+}
+
+void ArtifactWebView::Coordinator::onCompiledMessage(WebKitUserContentManager*, JSCValue* body,
+                                                     gpointer self) {
+    static_cast<Coordinator*>(self)->keepCompiled(body);
 }
 
 gboolean ArtifactWebView::Coordinator::onStorageMessage(WebKitUserContentManager*,

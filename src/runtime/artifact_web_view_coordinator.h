@@ -4,6 +4,7 @@
 #include "runtime/artifact_scheme_handler.h"
 #include "runtime/artifact_storage.h"
 #include "runtime/artifact_web_view.h"
+#include "runtime/compile_cache.h"
 
 #include <chrono>
 #include <memory>
@@ -19,6 +20,8 @@ inline constexpr char jsConsoleChannel[] = "jsConsole";
 inline constexpr char artifactBridgeChannel[] = "artifactBridge";
 // The page's window.storage asks here and waits for the answer.
 inline constexpr char storageChannel[] = "kelmoStorage";
+// The page hands over what it compiled: {key, compiled}.
+inline constexpr char compiledChannel[] = "kelmoCompiled";
 
 // The line written to standard output for one console message: the level's prefix,
 // a space, the message and a line feed.
@@ -44,6 +47,7 @@ public:
     std::shared_ptr<ArtifactSchemeHandler> schemeHandler;
     std::shared_ptr<ArtifactFileSchemeHandler> fileSchemeHandler;
     std::shared_ptr<ArtifactStorage> storage;
+    std::shared_ptr<CompileCache> compileCache;
     std::chrono::milliseconds loadTimeout{std::chrono::seconds{60}};
 
 private:
@@ -55,17 +59,21 @@ private:
     void didFail(const GError* error);
     void didReceive(std::string_view channel, JSCValue* body);
     void answerStorageRequest(JSCValue* request, WebKitScriptMessageReply* reply);
+    void keepCompiled(JSCValue* body);
 
     static void onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self);
     static gboolean onLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar*, GError* error,
                                  gpointer self);
     static void onConsoleMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static void onBridgeMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
+    static void onCompiledMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static gboolean onStorageMessage(WebKitUserContentManager*, JSCValue* request,
                                      WebKitScriptMessageReply* reply, gpointer self);
 
     ArtifactWebView& parent_;
     std::string lastLoadKey_;
+    // The key of the code being run when no compile of it was kept; cleared once kept.
+    std::string pendingCompileKey_;
     GObjectRef<WebKitUserContentManager> contentManager_;
     GObjectRef<WebKitWebView> webView_;
     sigc::connection timeout_;

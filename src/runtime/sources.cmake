@@ -5,6 +5,7 @@ add_library(kelmo_runtime_schemes STATIC
   ${CMAKE_CURRENT_LIST_DIR}/artifact_scheme_handler.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_file_scheme_handler.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_storage.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/compile_cache.cpp
 )
 target_link_libraries(kelmo_runtime_schemes PUBLIC kelmo_core)
 

@@ -61,11 +61,24 @@ TEST_F(ArtifactSchemeHandlerTest, BeforeAnyLoadThePageEmbedsAnEmptyLiteral) {
 }
 
 TEST_F(ArtifactSchemeHandlerTest, EveryPlaceholderIsReplacedAndTheTemplateIsReadAfresh) {
-    handler.artifactCode = "x";
+    handler.artifactCode = std::string{"x"};
     writeFile(resources / "runtime.html", "{{ARTIFACT_CODE_JSON}}|{{ARTIFACT_CODE_JSON}}");
     EXPECT_EQ(answer("artifact://player/").body, "\"x\"|\"x\"");
     writeFile(resources / "runtime.html", "changed {{ARTIFACT_CODE_JSON}}");
     EXPECT_EQ(answer("artifact://player/").body, "changed \"x\"");
+}
+
+TEST_F(ArtifactSchemeHandlerTest, ACompiledModuleAndItsKeyFillTheirOwnPlaceholdersInOnePass) {
+    writeFile(resources / "runtime.html",
+              "{{ARTIFACT_CODE_JSON}} {{COMPILED_ARTIFACT_JSON}} {{COMPILE_KEY_JSON}}");
+    // Code that happens to hold a placeholder's text is embedded as it is.
+    handler.artifactCode = "{{COMPILED_ARTIFACT_JSON}}";
+    EXPECT_EQ(answer("artifact://player/").body, "\"{{COMPILED_ARTIFACT_JSON}}\" null \"\"");
+
+    handler.compiledArtifact = R"({"code":"</script>"})";
+    handler.compileKey = "abc";
+    EXPECT_EQ(answer("artifact://player/").body,
+              R"("{{COMPILED_ARTIFACT_JSON}}" "{\"code\":\"<\/script>\"}" "abc")");
 }
 
 TEST_F(ArtifactSchemeHandlerTest, OtherPathsServeTopLevelResourcesByLastComponent) {

@@ -55,6 +55,34 @@ TEST_F(PlayerPageTest, ExampleComponentsRenderAndRespond) {
               "Build the prototype");
 }
 
+TEST_F(PlayerPageTest, AnUnchangedComponentStartsAgainWithoutTheCompiler) {
+    const std::string counter = R"(
+        import { useState } from "react";
+        import { Star } from "lucide-react";
+        export default function App() {
+          const [count, setCount] = useState(0);
+          return <button id="b" onClick={() => setCount(count + 1)}><Star />{count}</button>;
+        })";
+    ASSERT_EQ(run("kept.jsx", counter), "rendered");
+    EXPECT_EQ(host.evaluate("typeof Babel"), "object");
+    const auto kept = CompileCache::defaultDirectory();
+    ASSERT_TRUE(testing::runMainLoopUntil(
+        [&] { return std::filesystem::exists(kept) && !std::filesystem::is_empty(kept); }));
+
+    // A new view, as after a restart: the kept module runs, imports and all.
+    WebViewFixture again;
+    ASSERT_TRUE(again.load(folder / "kept.jsx"));
+    ASSERT_EQ(again.waitForPlayer(), "rendered");
+    EXPECT_EQ(again.evaluate("typeof Babel"), "undefined");
+    EXPECT_EQ(again.evaluate("document.querySelectorAll('#b svg').length"), "1");
+    again.evaluate("document.getElementById('b').click()");
+    EXPECT_TRUE(again.waitUntil("document.getElementById('b').textContent === '1'"));
+
+    // Any change to the code compiles afresh.
+    ASSERT_EQ(run("kept.jsx", counter + "\n// edited"), "rendered");
+    EXPECT_EQ(host.evaluate("typeof Babel"), "object");
+}
+
 TEST_F(PlayerPageTest, TypeScriptSyntaxCompiles) {
     const auto state = run("typed.tsx", R"(
         enum Size { Small = 1, Large = 4 }

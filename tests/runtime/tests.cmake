@@ -6,6 +6,7 @@ add_executable(kelmo_runtime_unit_tests
   ${CMAKE_CURRENT_LIST_DIR}/artifact_scheme_handler_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_file_scheme_handler_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_storage_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/compile_cache_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/player_rules_test.cpp
 )
 target_link_libraries(kelmo_runtime_unit_tests PRIVATE kelmo_runtime_schemes kelmo_player_rules
