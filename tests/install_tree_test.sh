@@ -21,7 +21,7 @@ done
 "$prefix/bin/kelmo" --version | grep -q '^Kelmo '
 
 # A first start watches Downloads and opens its newest artifact straight away.
-export HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data" \
+export GSK_RENDERER="${GSK_RENDERER:-cairo}" HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data" \
   XDG_CACHE_HOME="$work/home/cache"
 mkdir -p "$HOME/Downloads"
 cat > "$HOME/Downloads/installed.jsx" <<'JSX'

@@ -52,7 +52,8 @@ bool LibraryView::handleDrop(const std::vector<Glib::RefPtr<Gio::File>>& files) 
         // The store outlives every view, and adding a file may well replace this one
         // with the player before the next file's turn comes.
         ArtifactStore& store = store_;
-        Glib::signal_idle().connect_once([&store, path] { store.addArtifact(path); });
+        Glib::signal_idle().connect_once([&store, path] { store.addArtifact(path); },
+                                         Glib::PRIORITY_DEFAULT);
     }
     return true;
 }

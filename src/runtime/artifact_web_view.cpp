@@ -101,10 +101,14 @@ void ArtifactWebView::setLoadTimeout(std::chrono::milliseconds timeout) {
 void ArtifactWebView::post(std::function<void()> change) {
     posted_.push_back(std::move(change));
     if (!delivery_.connected())
-        delivery_ = Glib::signal_idle().connect([this] {
-            deliverPosted();
-            return false;
-        });
+        // At the default priority, above redrawing: a page that animates without pause
+        // on a slow renderer must not hold its own reports back.
+        delivery_ = Glib::signal_idle().connect(
+            [this] {
+                deliverPosted();
+                return false;
+            },
+            Glib::PRIORITY_DEFAULT);
 }
 
 void ArtifactWebView::deliverPosted() {

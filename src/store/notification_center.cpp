@@ -44,19 +44,24 @@ void NotificationCenter::post(const std::string& name) {
     if (recipients.empty())
         return;
     std::weak_ptr<State> weakState = state_;
-    Glib::signal_idle().connect_once([weakState, recipients = std::move(recipients)] {
-        for (const ObserverId id : recipients) {
-            // Looked up afresh: an earlier callback may have removed this observer or the centre.
-            const auto state = weakState.lock();
-            if (!state)
-                return;
-            const auto found = state->observers.find(id);
-            if (found == state->observers.end())
-                continue;
-            const auto callback = found->second.callback;
-            callback();
-        }
-    });
+    // Delivered at the default priority, ahead of redraws, so that a busy window does
+    // not hold the store's news back.
+    Glib::signal_idle().connect_once(
+        [weakState, recipients = std::move(recipients)] {
+            for (const ObserverId id : recipients) {
+                // Looked up afresh: an earlier callback may have removed this observer or the
+                // centre.
+                const auto state = weakState.lock();
+                if (!state)
+                    return;
+                const auto found = state->observers.find(id);
+                if (found == state->observers.end())
+                    continue;
+                const auto callback = found->second.callback;
+                callback();
+            }
+        },
+        Glib::PRIORITY_DEFAULT);
 }
 
 } // namespace kelmo

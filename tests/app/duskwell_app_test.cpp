@@ -219,8 +219,11 @@ TEST_F(DuskwellAppIntegrationTest, AFileOpenedFromOutsideRunsInThePlayer) {
     ASSERT_NE(player, nullptr);
     EXPECT_EQ(player->artifact().path(), component.native());
     bool startedLoading = player->isLoading();
-    player->signalStateChanged().connect(
-        [&] { startedLoading = startedLoading || player->isLoading(); });
+    struct Watch {
+        sigc::connection connection;
+        ~Watch() { connection.disconnect(); } // the test may end early, its locals gone
+    } watch{player->signalStateChanged().connect(
+        [&] { startedLoading = startedLoading || player->isLoading(); })};
     ASSERT_TRUE(runMainLoopUntil([&] { return startedLoading && !player->isLoading(); },
                                  std::chrono::seconds{60}));
     EXPECT_FALSE(player->errorMessage());
@@ -228,6 +231,17 @@ TEST_F(DuskwellAppIntegrationTest, AFileOpenedFromOutsideRunsInThePlayer) {
     appStore->setSelectedArtifact(std::nullopt); // back: the library replaces the player
     ASSERT_TRUE(runMainLoopUntil([&] {
         return dynamic_cast<LibraryView*>(app->mainWindow()->contentView().detailView()) != nullptr;
+    }));
+}
+
+TEST_F(DuskwellAppIntegrationTest, QuittingWhileAnArtifactLoadsIsClean) {
+    const auto component = root / "given" / "slow.jsx";
+    writeFile(component, "export default function Slow() { return <h1>Slow</h1>; }");
+    app->open({Gio::File::create_for_path(component)});
+    ASSERT_TRUE(runMainLoopUntil([&] {
+        auto* player =
+            dynamic_cast<ArtifactDetailView*>(app->mainWindow()->contentView().detailView());
+        return player && player->isLoading();
     }));
 }
 

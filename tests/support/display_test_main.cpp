@@ -21,6 +21,9 @@ int main(int argc, char** argv) {
     g_setenv("GSETTINGS_BACKEND", "memory", TRUE);
     g_setenv("GTK_A11Y", "none", TRUE);
     g_setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", FALSE);
+    // Without a GPU, GTK's GL renderer draws every frame of a spinner on the CPU and
+    // starves the web processes of tests running side by side; cairo is cheap.
+    g_setenv("GSK_RENDERER", "cairo", FALSE);
 
     // Creating the application initialises gtkmm's wrappers; gtk_init opens the display.
     auto application =
