@@ -8,7 +8,7 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
 packages=(
   build-essential cmake pkg-config git
-  libgtkmm-4.0-dev libwebkitgtk-6.0-dev libicu-dev
+  libgtkmm-4.0-dev libwebkitgtk-6.0-dev libepoxy-dev libicu-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth imagemagick dbus-x11 at-spi2-core
   clang-format desktop-file-utils appstream shared-mime-info

@@ -3,6 +3,7 @@
 #include "app/about_window.h"
 #include "app/file_chooser_open_panel.h"
 #include "app/main_window.h"
+#include "app/renderer_choice.h"
 #include "app/settings_window.h"
 #include "library/app_style.h"
 #include "library/symbols.h"
@@ -56,6 +57,7 @@ DuskwellApp::~DuskwellApp() {
 void DuskwellApp::on_startup() {
     Gtk::Application::on_startup();
     const auto display = Gdk::Display::get_default();
+    preferCairoOnSoftwareRendering(display);
     installSymbolIcons(display);
     loadApplicationStyle(display);
     Gtk::Window::set_default_icon_name(get_id());

@@ -27,9 +27,11 @@ add_library(kelmo_app STATIC
   ${CMAKE_CURRENT_LIST_DIR}/settings_window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/duskwell_app.cpp
   ${CMAKE_CURRENT_LIST_DIR}/command_line.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/renderer_choice.cpp
 )
 target_include_directories(kelmo_app PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
-target_link_libraries(kelmo_app PUBLIC kelmo_core kelmo_library kelmo_runtime PkgConfig::GTKMM)
+target_link_libraries(kelmo_app PUBLIC kelmo_core kelmo_library kelmo_runtime PkgConfig::GTKMM
+  PkgConfig::EPOXY)
 target_compile_definitions(kelmo_app PUBLIC
   KELMO_VERSION="${PROJECT_VERSION}"
   KELMO_APP_ID="${KELMO_APP_ID}"

@@ -1,4 +1,5 @@
 #include "app/onboarding_steps.h"
+#include "app/renderer_choice.h"
 #include "app/sidebar_badges.h"
 
 #include <gtest/gtest.h>
@@ -40,6 +41,15 @@ TEST(OnboardingGrid, LinesEveryFortyFromTheCornerUpToAndIncludingTheFarEdge) {
     EXPECT_EQ(gridLineOffsets(0), (std::vector<double>{0}));
     EXPECT_TRUE(gridLineOffsets(-1).empty());
     EXPECT_EQ(gridLineOffsets(520).size(), 14u);
+}
+
+TEST(RendererChoice, OnlyMesaSoftwareRasterisersCountAsSoftware) {
+    EXPECT_TRUE(isSoftwareRenderer("llvmpipe (LLVM 15.0.6, 256 bits)"));
+    EXPECT_TRUE(isSoftwareRenderer("Mesa SoftPipe"));
+    EXPECT_TRUE(isSoftwareRenderer("Software Rasterizer (swrast)"));
+    EXPECT_FALSE(isSoftwareRenderer("Mesa Intel(R) UHD Graphics 620 (KBL GT2)"));
+    EXPECT_FALSE(isSoftwareRenderer("AMD Radeon RX 6600 (radeonsi, navi23, LLVM 15.0.6)"));
+    EXPECT_FALSE(isSoftwareRenderer(""));
 }
 
 } // namespace
