@@ -33,9 +33,35 @@ JSX
 mkfifo "$work/output"
 "$prefix/bin/kelmo" >"$work/output" 2>/dev/null &
 kelmo_pid=$!
-if timeout 60 grep -m1 -q "🔵 \[JS\] installed tree renders" <"$work/output"; then
+exec 3<"$work/output"
+if timeout 60 grep -m1 -q "🔵 \[JS\] installed tree renders" <&3; then
   echo "installed Kelmo ran the artifact"
 else
   echo "installed Kelmo did not run the artifact"
   exit 1
 fi
+
+# A second launch hands its file to the running Kelmo, which shows it, and exits.
+cat > "$work/forwarded.jsx" <<'JSX'
+export default function Forwarded() {
+  React.useEffect(() => console.log("forwarded file renders"), []);
+  return <h1>Forwarded</h1>;
+}
+JSX
+timeout 30 "$prefix/bin/kelmo" "$work/forwarded.jsx"
+if timeout 60 grep -m1 -q "🔵 \[JS\] forwarded file renders" <&3; then
+  echo "the running Kelmo showed the forwarded file"
+else
+  echo "the running Kelmo did not show the forwarded file"
+  exit 1
+fi
+
+# A path that does not exist is reported and opens nothing.
+if message="$("$prefix/bin/kelmo" "$work/missing.jsx" 2>&1)"; then
+  echo "a missing file did not fail"
+  exit 1
+fi
+case "$message" in
+  *"cannot open"*missing.jsx*) echo "a missing file is reported" ;;
+  *) echo "unexpected message for a missing file: $message"; exit 1 ;;
+esac
