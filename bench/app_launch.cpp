@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <csignal>
 #include <fstream>
 #include <sys/inotify.h>
 #include <unistd.h>
@@ -145,16 +146,19 @@ std::optional<std::string> Launcher::obstacle() const {
     return std::nullopt;
 }
 
-// Quits the way the Quit menu item does, through the application's action.
-void Launcher::quitKelmo() {
+// Quits the way the Quit menu item does, through the application's action; false when
+// that cannot be asked for.
+bool Launcher::quitKelmo() {
     if (!bus_)
-        return;
+        return false;
     GVariant* reply = g_dbus_connection_call_sync(
         bus_, appId, objectPathOf(appId).c_str(), "org.gtk.Actions", "Activate",
         g_variant_new("(sava{sv})", "quit", nullptr, nullptr), nullptr, G_DBUS_CALL_FLAGS_NONE,
         5000, nullptr, nullptr);
-    if (reply)
-        g_variant_unref(reply);
+    if (!reply)
+        return false;
+    g_variant_unref(reply);
+    return true;
 }
 
 // The bus drops a dead client's name on its own time; a Kelmo started before that
@@ -251,7 +255,10 @@ LaunchResult Launcher::measure(bool isKelmo, const Home& home, const LaunchReque
     }
 
     if (isKelmo) {
-        child.stop(quitGrace, [this] { quitKelmo(); });
+        child.stop(quitGrace, [this, &child] {
+            if (!quitKelmo())
+                ::kill(-child.pid(), SIGTERM);
+        });
         waitForKelmoNameToGo();
     } else {
         child.stop(quitGrace);

@@ -74,7 +74,7 @@ public:
 
 private:
     LaunchResult measure(bool isKelmo, const Home& home, const LaunchRequest& request);
-    void quitKelmo();
+    bool quitKelmo();
     void waitForKelmoNameToGo();
     bool kelmoNameOwned() const;
     std::optional<std::string> reload(ChildProcess& kelmo, std::size_t& markers,

@@ -9,13 +9,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <functional>
 #include <giomm/init.h>
-#include <iostream>
-#include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -98,6 +97,7 @@ struct Row {
     std::optional<double> absoluteLimit;
     bool strictLimit = false; // "<" rather than "≤"
     std::vector<double> samples;
+    std::vector<double> residentSamples; // memory rows: RSS beside the PSS samples
     std::vector<std::string> failures;
 };
 
@@ -118,21 +118,38 @@ enum RowId {
     rowCount
 };
 
+Row ratioRow(std::string name, std::string unit, std::optional<double> limit = {}) {
+    Row row;
+    row.name = std::move(name);
+    row.unit = std::move(unit);
+    row.ratioLimit = limit;
+    return row;
+}
+
+Row limitRow(std::string name, std::optional<double> below = {}) {
+    Row row;
+    row.name = std::move(name);
+    row.unit = "ms";
+    row.absoluteLimit = below;
+    row.strictLimit = true;
+    return row;
+}
+
 std::vector<Row> makeRows() {
     std::vector<Row> rows(rowCount);
-    rows[floorHtml] = {"floor HTML", "ms", {}, {}, false, {}, {}};
-    rows[kelmoHtml] = {"Kelmo HTML", "ms", 1.10, {}, false, {}, {}};
-    rows[jsxCold] = {"Kelmo JSX cold", "ms", 1.30, {}, false, {}, {}};
-    rows[jsxWarm] = {"Kelmo JSX warm", "ms", 1.10, {}, false, {}, {}};
-    rows[librariesCold] = {"Kelmo JSX + libraries cold", "ms", 1.50, {}, false, {}, {}};
-    rows[librariesWarm] = {"Kelmo JSX + libraries warm", "ms", 1.20, {}, false, {}, {}};
-    rows[reloadRow] = {"reload in the running app", "ms", {}, 150, true, {}, {}};
-    rows[scan10k] = {"scan a folder of 10,000 files", "ms", {}, {}, false, {}, {}};
-    rows[scan50k] = {"scan a folder of 50,000 files", "ms", {}, {}, false, {}, {}};
-    rows[watchedAdd] = {"new file in a watched folder of 10,000", "ms", {}, 100, true, {}, {}};
-    rows[memoryFloor] = {"memory: floor HTML", "MiB", {}, {}, false, {}, {}};
-    rows[memoryKelmoHtml] = {"memory: Kelmo HTML", "MiB", 1.15, {}, false, {}, {}};
-    rows[memoryKelmoJsx] = {"memory: Kelmo JSX", "MiB", {}, {}, false, {}, {}};
+    rows[floorHtml] = ratioRow("floor HTML", "ms");
+    rows[kelmoHtml] = ratioRow("Kelmo HTML", "ms", 1.10);
+    rows[jsxCold] = ratioRow("Kelmo JSX cold", "ms", 1.30);
+    rows[jsxWarm] = ratioRow("Kelmo JSX warm", "ms", 1.10);
+    rows[librariesCold] = ratioRow("Kelmo JSX + libraries cold", "ms", 1.50);
+    rows[librariesWarm] = ratioRow("Kelmo JSX + libraries warm", "ms", 1.20);
+    rows[reloadRow] = limitRow("reload in the running app", 150);
+    rows[scan10k] = limitRow("scan a folder of 10,000 files");
+    rows[scan50k] = limitRow("scan a folder of 50,000 files");
+    rows[watchedAdd] = limitRow("new file in a watched folder of 10,000", 100);
+    rows[memoryFloor] = ratioRow("memory: floor HTML", "MiB");
+    rows[memoryKelmoHtml] = ratioRow("memory: Kelmo HTML", "MiB", 1.15);
+    rows[memoryKelmoJsx] = ratioRow("memory: Kelmo JSX", "MiB");
     return rows;
 }
 
@@ -203,6 +220,18 @@ void printTable(const std::vector<Row>& rows, const std::vector<bool>& shown) {
         std::printf("%-40s %12s %9s   %s %s\n", row.name.c_str(), figure.c_str(), ratio.c_str(),
                     padded(target, 18).c_str(), verdict.c_str());
     }
+
+    std::string resident;
+    for (int id : {memoryFloor, memoryKelmoHtml, memoryKelmoJsx}) {
+        if (shown[id] && !rows[id].residentSamples.empty())
+            resident += (resident.empty() ? "" : ", ") +
+                        rows[id].name.substr(std::strlen("memory: ")) + " " +
+                        formatNumber(median(rows[id].residentSamples)) + " MiB";
+    }
+    if (!resident.empty())
+        std::printf("\nMemory: PSS of the process and all it started, one second after the first "
+                    "paint.\nRSS medians, shared pages counted in each process: %s.\n",
+                    resident.c_str());
 }
 
 void record(Row& row, const LaunchResult& result, int run, bool verbose) {
@@ -222,6 +251,7 @@ void recordMemory(Row& row, const LaunchResult& result, int run, bool verbose) {
         return;
     const double mebibytes = static_cast<double>(result.memory->pssKiB) / 1024;
     row.samples.push_back(mebibytes);
+    row.residentSamples.push_back(static_cast<double>(result.memory->rssKiB) / 1024);
     if (verbose)
         std::printf("  %s, run %d: %.0f MiB PSS (%.0f MiB RSS) over %d processes\n",
                     row.name.c_str(), run, mebibytes,
@@ -354,6 +384,10 @@ int main(int argc, char** argv) {
         std::printf("%s…\n", rows[id].name.c_str());
         try {
             rows[id].samples = measure();
+            if (options.verbose) {
+                for (double milliseconds : rows[id].samples)
+                    std::printf("  %.1f ms\n", milliseconds);
+            }
         } catch (const std::exception& error) {
             rows[id].failures.push_back(error.what());
             std::fprintf(stderr, "%s: %s\n", rows[id].name.c_str(), error.what());
