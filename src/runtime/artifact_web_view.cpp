@@ -1,6 +1,7 @@
 #include "runtime/artifact_web_view.h"
 
 #include "runtime/artifact_web_view_coordinator.h"
+#include "runtime/scheme_support.h"
 #include "runtime/web_view_schemes.h"
 
 #include <algorithm>
@@ -8,6 +9,9 @@
 #include <glibmm/main.h>
 #include <gtkmm/binlayout.h>
 #include <gtkmm/eventcontrollerscroll.h>
+#include <memory>
+#include <optional>
+#include <string>
 
 namespace kelmo {
 
@@ -16,6 +20,15 @@ namespace {
 constexpr double minimumZoom = 0.25;
 constexpr double maximumZoom = 5.0;
 constexpr double zoomStep = 1.1; // per wheel notch
+
+// The script that forwards a page's console calls, put at the start of every page.
+std::optional<std::string> forwardingScript(const ResourceLocator& resources) {
+    const auto file = resources.url("console-forwarding", "js");
+    auto script = file ? readWholeFile(*file) : std::nullopt;
+    if (!script || !isValidUtf8(*script))
+        return std::nullopt;
+    return script;
+}
 
 } // namespace
 
@@ -28,6 +41,7 @@ ArtifactWebView::ArtifactWebView(ResourceLocator resources, std::filesystem::pat
 
     coordinator_->compileCache = std::make_shared<CompileCache>(
         std::move(compileCacheDirectory), CompileCache::fingerprintOf(resources));
+    const auto consoleForwarding = forwardingScript(resources);
     coordinator_->schemeHandler = std::make_shared<ArtifactSchemeHandler>(std::move(resources));
     coordinator_->fileSchemeHandler = std::make_shared<ArtifactFileSchemeHandler>();
     coordinator_->storage = std::make_shared<ArtifactStorage>(std::move(storageDirectory));
@@ -35,6 +49,13 @@ ArtifactWebView::ArtifactWebView(ResourceLocator resources, std::filesystem::pat
     auto contentManager =
         GObjectRef<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
     coordinator_->listenTo(contentManager.get());
+    if (consoleForwarding) {
+        auto script = std::unique_ptr<WebKitUserScript, decltype(&webkit_user_script_unref)>{
+            webkit_user_script_new(consoleForwarding->c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+                                   WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, nullptr, nullptr),
+            webkit_user_script_unref};
+        webkit_user_content_manager_add_script(contentManager.get(), script.get());
+    }
 
     webView_ = GObjectRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(
         g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", contentManager.get(), nullptr)));

@@ -280,6 +280,17 @@ TEST_F(WebViewLoadingTest, AFileThatIsNotUtf8KeepsThePreviousPage) {
     EXPECT_EQ(host.evaluate("document.getElementById('fixed').textContent"), "café");
 }
 
+TEST_F(WebViewLoadingTest, HtmlPagesForwardTheirConsoleToo) {
+    writeFile(folder / "page.html", R"(<!doctype html><script>
+        console.warn("from %s", "html", 1);
+        console.log("done");
+    </script>)");
+    StandardOutputCapture output;
+    ASSERT_TRUE(host.load(folder / "page.html"));
+    ASSERT_TRUE(output.waitFor("🔵 [JS] done\n"));
+    EXPECT_EQ(output.text(), "⚠️  [JS] from html 1\n🔵 [JS] done\n");
+}
+
 TEST_F(WebViewLoadingTest, HtmlPagesReadTheirFolderAndBelowButNotAbove) {
     writeFile(folder / "outside.js", "window.parentScript = true;");
     writeFile(folder / "outside.txt", "parent");
