@@ -144,6 +144,9 @@
   // Scripts added together download in parallel and, not being async, run in the
   // order they were added.
   function loadFile(file) {
+    // The page itself loads the files every artifact needs, ahead of this script.
+    if (!loadedFiles.has(file) && document.querySelector(`script[src="${PLAYER_URL + file}"]`))
+      loadedFiles.set(file, Promise.resolve());
     if (!loadedFiles.has(file)) {
       loadedFiles.set(file, new Promise((resolve, reject) => {
         const script = document.createElement("script");
@@ -397,8 +400,8 @@
 
     installHostApis();
     // The player renders with React, whatever the artifact imports, and styles with
-    // Tailwind, which nearly every artifact's classes assume: they load while the
-    // code compiles. Babel is the largest file by far and loads only when needed.
+    // Tailwind, which nearly every artifact's classes assume; the page loads them
+    // itself. Babel is the largest file by far and loads only when needed.
     let compiled = earlierCompiled();
     const basics = loadModules(["react", "react-dom/client"], [TAILWIND_FILE]);
     basics.catch(() => undefined); // reported once, where it is awaited below
