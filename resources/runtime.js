@@ -11,6 +11,7 @@
   const MAX_SHOWN_ERRORS = 5;
   const TAILWIND_FILE = "kelmo-tailwind.js";
   const BABEL_FILE = "babel.min.js";
+  const COMPILER_FILE = "artifact-compiler.js";
 
   function setState(state) {
     document.documentElement.dataset.kelmoState = state;
@@ -240,63 +241,16 @@
 
   // ---- Compiling ---------------------------------------------------------------
 
-  // Records, after the other transforms have had their say (type-only imports
-  // dropped, the JSX runtime's import added), what the module imports and which
-  // names it exports, in source order.
-  function moduleShapeRecorder(shape) {
-    return () => ({
-      visitor: {
-        Program: {
-          exit(path) {
-            for (const statement of path.node.body) {
-              if (statement.type === "ImportDeclaration" && statement.importKind !== "type")
-                shape.imports.push(statement.source.value);
-              if (statement.type === "ExportAllDeclaration" && statement.source)
-                shape.imports.push(statement.source.value);
-              if (statement.type === "ExportDefaultDeclaration")
-                shape.exports.push("default");
-              if (statement.type !== "ExportNamedDeclaration" || statement.exportKind === "type")
-                continue;
-              if (statement.source)
-                shape.imports.push(statement.source.value);
-              const declaration = statement.declaration;
-              if (declaration && declaration.id && declaration.id.type === "Identifier")
-                shape.exports.push(declaration.id.name);
-              if (declaration && declaration.type === "VariableDeclaration")
-                for (const declarator of declaration.declarations)
-                  if (declarator.id.type === "Identifier")
-                    shape.exports.push(declarator.id.name);
-              for (const specifier of statement.specifiers || [])
-                if (specifier.exported)
-                  shape.exports.push(specifier.exported.name || specifier.exported.value);
-            }
-          },
-        },
-      },
-    });
-  }
-
   class CompileError extends Error {}
 
   function compile(source) {
-    const shape = { imports: [], exports: [] };
-    let output;
     try {
-      output = Babel.transform(source, {
-        filename: "artifact.tsx",
-        sourceType: "module",
-        presets: [
-          ["typescript", { isTSX: true, allExtensions: true }],
-          ["react", { runtime: "automatic" }],
-        ],
-        plugins: [moduleShapeRecorder(shape), "transform-modules-commonjs"],
-      });
+      return window.kelmoTransform(source);
     } catch (error) {
       const compileError = new CompileError(plainCompileMessage(error));
       compileError.loc = error.loc;
       throw compileError;
     }
-    return { code: output.code, imports: [...new Set(shape.imports)], exports: shape.exports };
   }
 
   // Babel's message without its file name, position suffix and code frame.
@@ -406,8 +360,8 @@
     const basics = loadModules(["react", "react-dom/client"], [TAILWIND_FILE]);
     basics.catch(() => undefined); // reported once, where it is awaited below
     if (!compiled) {
-      await loadFile(BABEL_FILE).catch(() => undefined);
-      if (typeof Babel === "undefined")
+      await Promise.all([loadFile(BABEL_FILE), loadFile(COMPILER_FILE)]).catch(() => undefined);
+      if (typeof Babel === "undefined" || typeof window.kelmoTransform !== "function")
         throw new Error("The Babel runtime did not load");
       compiled = compile(source);
       keepCompiled(compiled);

@@ -134,16 +134,38 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
     if (schemeHandler) {
         schemeHandler->compiledArtifact.reset();
         schemeHandler->compileKey.clear();
+        schemeHandler->holdPage = nullptr;
         if (compileCache) {
             schemeHandler->compileKey = compileCache->keyFor(*code);
             schemeHandler->compiledArtifact = compileCache->lookup(schemeHandler->compileKey);
-            if (!schemeHandler->compiledArtifact)
+            if (!schemeHandler->compiledArtifact) {
                 pendingCompileKey_ = schemeHandler->compileKey;
+                compileAhead(schemeHandler->compileKey, *code);
+            }
         }
         schemeHandler->artifactCode = std::move(*code);
     }
     webkit_web_view_load_uri(webView, std::string{artifactPlayerUrl}.c_str());
     startTimeout(webView);
+}
+
+// Compiles the code on the side while the web view gets ready, and holds the page
+// request until then, so that the page finds the module compiled. Should the code
+// not compile, the page compiles it itself and shows why.
+void ArtifactWebView::Coordinator::compileAhead(const std::string& key, const std::string& code) {
+    if (!compiler)
+        return;
+    compiler->compile(key, code);
+    std::weak_ptr<ArtifactSchemeHandler> weakHandler = schemeHandler;
+    schemeHandler->holdPage = [weakHandler, compiler = compiler, cache = compileCache,
+                               key](std::function<void()> serve) {
+        compiler->whenDone(key, [weakHandler, cache, key, serve = std::move(serve)] {
+            const auto handler = weakHandler.lock();
+            if (handler && handler->compileKey == key && !handler->compiledArtifact)
+                handler->compiledArtifact = cache->lookup(key);
+            serve();
+        });
+    };
 }
 
 // WebKit puts no time limit on a request to a custom scheme, so the page load gets

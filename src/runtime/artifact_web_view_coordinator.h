@@ -4,6 +4,7 @@
 #include "runtime/artifact_scheme_handler.h"
 #include "runtime/artifact_storage.h"
 #include "runtime/artifact_web_view.h"
+#include "runtime/background_compiler.h"
 #include "runtime/compile_cache.h"
 
 #include <chrono>
@@ -48,11 +49,13 @@ public:
     std::shared_ptr<ArtifactFileSchemeHandler> fileSchemeHandler;
     std::shared_ptr<ArtifactStorage> storage;
     std::shared_ptr<CompileCache> compileCache;
+    std::shared_ptr<BackgroundCompiler> compiler;
     std::chrono::milliseconds loadTimeout{std::chrono::seconds{60}};
 
 private:
     void load(const Artifact& artifact, WebKitWebView* webView);
     void startTimeout(WebKitWebView* webView);
+    void compileAhead(const std::string& key, const std::string& code);
 
     void didStartProvisionalNavigation();
     void didFinish();

@@ -39,17 +39,17 @@ std::filesystem::path CompileCache::defaultDirectory() {
 }
 
 std::string CompileCache::fingerprintOf(const ResourceLocator& resources) {
-    const auto player = resources.url("runtime", "js");
+    const auto compiler = resources.url("artifact-compiler", "js");
     const auto babel = resources.url("babel.min", "js");
-    if (!player || !babel)
+    if (!compiler || !babel)
         return {};
-    const auto playerBytes = readWholeFile(*player);
+    const auto compilerBytes = readWholeFile(*compiler);
     std::error_code error;
     const auto babelSize = std::filesystem::file_size(*babel, error);
     const auto babelTime = std::filesystem::last_write_time(*babel, error);
-    if (!playerBytes || error)
+    if (!compilerBytes || error)
         return {};
-    return sha256(*playerBytes) + ":" + std::to_string(babelSize) + ":" +
+    return sha256(*compilerBytes) + ":" + std::to_string(babelSize) + ":" +
            std::to_string(babelTime.time_since_epoch().count());
 }
 

@@ -10,13 +10,13 @@
 
 namespace kelmo {
 
-// What the player page made of a JSX or TSX source, kept so that an unchanged
-// artifact starts without loading and running the compiler at all.
+// What Babel made of a JSX or TSX source, kept so that an unchanged artifact
+// starts without loading and running the compiler at all.
 //
-// An entry is the page's compiled module as it handed it over (opaque text here),
+// An entry is the compiled module as the compiler script gave it (opaque text here),
 // in one file per entry named by its key: a SHA-256 of the compiler's fingerprint
-// and the source. A change to either the source or the compiler (the player script
-// or the Babel bundle) gives a new key, so stale output is never found. Writes are
+// and the source. A change to either the source or the compiler (the compiler
+// script or the Babel bundle) gives a new key, so stale output is never found. Writes are
 // atomic; when the cache holds more than its limit, the least recently used
 // entries go. Failures to read find nothing; failures to write are dropped.
 class CompileCache {
@@ -27,7 +27,7 @@ public:
     // The folder under the user's cache directory: kelmo/compiled.
     static std::filesystem::path defaultDirectory();
 
-    // Identifies the compiler that the resources hold: the player script's bytes and
+    // Identifies the compiler that the resources hold: the compiler script's bytes and
     // the Babel bundle's size and modification time. Empty when either is missing.
     static std::string fingerprintOf(const ResourceLocator& resources);
 

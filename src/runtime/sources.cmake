@@ -18,6 +18,7 @@ target_link_libraries(kelmo_player_rules PUBLIC kelmo_core)
 
 add_library(kelmo_runtime STATIC
   ${CMAKE_CURRENT_LIST_DIR}/web_view_schemes.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/background_compiler.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_web_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_web_view_coordinator.cpp
   ${CMAKE_CURRENT_LIST_DIR}/player_background.cpp

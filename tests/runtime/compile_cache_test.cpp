@@ -78,18 +78,18 @@ TEST_F(CompileCacheTest, BeyondItsLimitTheLeastRecentlyUsedEntriesGo) {
     EXPECT_EQ(cache.lookup(cache.keyFor("4")), "4");
 }
 
-TEST_F(CompileCacheTest, TheFingerprintChangesWithThePlayerScriptOrTheBabelBundle) {
+TEST_F(CompileCacheTest, TheFingerprintChangesWithTheCompilerScriptOrTheBabelBundle) {
     const auto resources = folder / "resources";
     ResourceLocator locator{resources};
     EXPECT_EQ(CompileCache::fingerprintOf(locator), "");
-    writeFile(resources / "runtime.js", "player 1");
+    writeFile(resources / "artifact-compiler.js", "compiler 1");
     EXPECT_EQ(CompileCache::fingerprintOf(locator), "");
     writeFile(resources / "babel.min.js", "babel 1");
     const auto first = CompileCache::fingerprintOf(locator);
     EXPECT_FALSE(first.empty());
     EXPECT_EQ(CompileCache::fingerprintOf(locator), first);
 
-    writeFile(resources / "runtime.js", "player 2");
+    writeFile(resources / "artifact-compiler.js", "compiler 2");
     const auto second = CompileCache::fingerprintOf(locator);
     EXPECT_NE(second, first);
     writeFile(resources / "babel.min.js", "babel 22");

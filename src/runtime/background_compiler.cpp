@@ -1,0 +1,115 @@
+#include "runtime/background_compiler.h"
+
+#include "runtime/scheme_support.h"
+
+#include <glib.h>
+#include <glibmm/main.h>
+#include <jsc/jsc.h>
+#include <thread>
+
+namespace kelmo {
+
+// Used on the main thread only; workers hold a weak reference and come back through
+// the main loop.
+struct BackgroundCompiler::State {
+    std::map<std::string, std::vector<std::function<void()>>> running;
+};
+
+namespace {
+
+bool evaluate(JSCContext* context, const std::string& script, const char* uri) {
+    JSCValue* result = jsc_context_evaluate_with_source_uri(
+        context, script.data(), static_cast<gssize>(script.size()), uri, 1);
+    if (result)
+        g_object_unref(result);
+    return jsc_context_get_exception(context) == nullptr;
+}
+
+} // namespace
+
+std::optional<std::string> compileInContext(const std::string& babel, const std::string& compiler,
+                                            const std::string& source) {
+    JSCContext* context = jsc_context_new();
+    std::optional<std::string> module;
+    if (evaluate(context, babel, "babel.min.js") &&
+        evaluate(context, compiler, "artifact-compiler.js")) {
+        GBytes* bytes = g_bytes_new_static(source.data(), source.size());
+        JSCValue* text = jsc_value_new_string_from_bytes(context, bytes);
+        g_bytes_unref(bytes);
+        jsc_context_set_value(context, "kelmoSource", text);
+        g_object_unref(text);
+        JSCValue* result =
+            jsc_context_evaluate(context, "JSON.stringify(kelmoTransform(kelmoSource))", -1);
+        if (result && !jsc_context_get_exception(context) && jsc_value_is_string(result)) {
+            gchar* json = jsc_value_to_string(result);
+            module = json;
+            g_free(json);
+        }
+        if (result)
+            g_object_unref(result);
+    }
+    g_object_unref(context);
+    return module;
+}
+
+BackgroundCompiler::BackgroundCompiler(ResourceLocator resources,
+                                       std::shared_ptr<CompileCache> cache)
+    : resources_{std::move(resources)}, cache_{std::move(cache)}, state_{
+                                                                      std::make_shared<State>()} {}
+
+bool BackgroundCompiler::isCompiling(const std::string& key) const {
+    return state_->running.count(key) != 0;
+}
+
+void BackgroundCompiler::compile(const std::string& key, std::string source) {
+    if (isCompiling(key))
+        return;
+    const auto babel = resources_.url("babel.min", "js");
+    const auto compiler = resources_.url("artifact-compiler", "js");
+    if (!babel || !compiler)
+        return;
+    state_->running[key];
+
+    std::weak_ptr<State> weakState = state_;
+    std::thread{[weakState, key, source = std::move(source), babelFile = *babel,
+                 compilerFile = *compiler, cache = cache_] {
+        const auto babel = readWholeFile(babelFile);
+        const auto compiler = readWholeFile(compilerFile);
+        if (babel && compiler)
+            if (const auto module = compileInContext(*babel, *compiler, source))
+                cache->store(key, *module);
+        // Back on the main loop, unless the compiler has gone in the meantime.
+        auto* done = new std::function<void()>{[weakState, key] {
+            if (const auto state = weakState.lock())
+                finish(*state, key);
+        }};
+        g_idle_add_full(
+            G_PRIORITY_DEFAULT,
+            [](gpointer data) {
+                (*static_cast<std::function<void()>*>(data))();
+                return G_SOURCE_REMOVE;
+            },
+            done, [](gpointer data) { delete static_cast<std::function<void()>*>(data); });
+    }}.detach();
+}
+
+void BackgroundCompiler::whenDone(const std::string& key, std::function<void()> done) {
+    const auto found = state_->running.find(key);
+    if (found == state_->running.end()) {
+        Glib::signal_idle().connect_once(std::move(done), Glib::PRIORITY_DEFAULT);
+        return;
+    }
+    found->second.push_back(std::move(done));
+}
+
+void BackgroundCompiler::finish(State& state, const std::string& key) {
+    const auto found = state.running.find(key);
+    if (found == state.running.end())
+        return;
+    auto waiting = std::move(found->second);
+    state.running.erase(found);
+    for (auto& done : waiting)
+        done();
+}
+
+} // namespace kelmo

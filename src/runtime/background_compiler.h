@@ -1,0 +1,51 @@
+#pragma once
+
+#include "runtime/compile_cache.h"
+#include "runtime/resource_locator.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kelmo {
+
+// Compiles JSX and TSX sources into the compile cache on a worker thread, with the
+// same Babel bundle and compiler script as the player page, in a JavaScript context
+// of its own. A first run of an artifact thus compiles while the web process starts
+// instead of after it, and the page finds the module ready.
+//
+// Jobs are keyed by their compile key; a key already compiling is not started again.
+// Whoever waits for a key hears when its job ends, on the main loop, whether or not
+// it compiled (a source that does not compile leaves nothing in the cache, and the
+// page then compiles it itself to show the error).
+class BackgroundCompiler {
+public:
+    BackgroundCompiler(ResourceLocator resources, std::shared_ptr<CompileCache> cache);
+
+    void compile(const std::string& key, std::string source);
+    bool isCompiling(const std::string& key) const;
+    // Calls done on the main loop once the job of that key has ended; at once (still
+    // from the main loop) when none is running.
+    void whenDone(const std::string& key, std::function<void()> done);
+
+    const std::shared_ptr<CompileCache>& cache() const { return cache_; }
+
+private:
+    struct State;
+    static void finish(State& state, const std::string& key);
+
+    ResourceLocator resources_;
+    std::shared_ptr<CompileCache> cache_;
+    std::shared_ptr<State> state_;
+};
+
+// Runs the compiler script over the source in a fresh JavaScript context: the module
+// as JSON text ({code, imports, exports}), or nothing when Babel, the script or the
+// source fails.
+std::optional<std::string> compileInContext(const std::string& babel, const std::string& compiler,
+                                            const std::string& source);
+
+} // namespace kelmo
