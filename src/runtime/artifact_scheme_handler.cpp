@@ -20,12 +20,6 @@ HeaderFields headerFields(const SchemeResponse& response) {
 ArtifactSchemeHandler::ArtifactSchemeHandler(ResourceLocator resources)
     : resources_{std::move(resources)} {}
 
-bool ArtifactSchemeHandler::isPage(std::string_view url) {
-    const auto parsed = SchemeRequestUrl::parse(url);
-    return parsed && parsed->host == artifactPlayerHost &&
-           (parsed->path.empty() || parsed->path == "/");
-}
-
 SchemeResult ArtifactSchemeHandler::resolve(std::string_view url) const {
     const auto parsed = SchemeRequestUrl::parse(url);
     if (!parsed)

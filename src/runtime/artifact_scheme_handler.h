@@ -2,7 +2,6 @@
 
 #include "runtime/resource_locator.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -63,12 +62,6 @@ public:
     // Sent back with a freshly compiled module, so that a late message from an
     // earlier page cannot be taken for this one's.
     std::string compileKey;
-    // When set, a page request is held: it is given the way to serve the page later
-    // (while the code compiles elsewhere, say) instead of being served at once.
-    std::function<void(std::function<void()> serve)> holdPage;
-
-    // Whether the URL asks for the page rather than a runtime file.
-    static bool isPage(std::string_view url);
 
     // Routes by host and path alone (query and fragment are ignored): host "player"
     // with an empty path or "/" is the page, any other path is the resource named by

@@ -131,41 +131,45 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
         return;
     }
     pendingCompileKey_.clear();
+    ++loadGeneration_;
     if (schemeHandler) {
         schemeHandler->compiledArtifact.reset();
         schemeHandler->compileKey.clear();
-        schemeHandler->holdPage = nullptr;
         if (compileCache) {
             schemeHandler->compileKey = compileCache->keyFor(*code);
             schemeHandler->compiledArtifact = compileCache->lookup(schemeHandler->compileKey);
-            if (!schemeHandler->compiledArtifact) {
+            if (!schemeHandler->compiledArtifact)
                 pendingCompileKey_ = schemeHandler->compileKey;
-                compileAhead(schemeHandler->compileKey, *code);
-            }
         }
+        const bool compiling = !pendingCompileKey_.empty() && compileFirst(*code, webView);
         schemeHandler->artifactCode = std::move(*code);
+        if (compiling) {
+            startTimeout(webView);
+            return;
+        }
     }
     webkit_web_view_load_uri(webView, std::string{artifactPlayerUrl}.c_str());
     startTimeout(webView);
 }
 
-// Compiles the code on the side while the web view gets ready, and holds the page
-// request until then, so that the page finds the module compiled. Should the code
-// not compile, the page compiles it itself and shows why.
-void ArtifactWebView::Coordinator::compileAhead(const std::string& key, const std::string& code) {
-    if (!compiler)
-        return;
-    compiler->compile(key, code);
-    std::weak_ptr<ArtifactSchemeHandler> weakHandler = schemeHandler;
-    schemeHandler->holdPage = [weakHandler, compiler = compiler, cache = compileCache,
-                               key](std::function<void()> serve) {
-        compiler->whenDone(key, [weakHandler, cache, key, serve = std::move(serve)] {
-            const auto handler = weakHandler.lock();
-            if (handler && handler->compileKey == key && !handler->compiledArtifact)
-                handler->compiledArtifact = cache->lookup(key);
-            serve();
-        });
-    };
+// Compiles the code on the side first and loads the page once that is done, so that
+// the page finds the module compiled and never loads Babel. Should the code not
+// compile, the page compiles it itself and shows why. Answers false when the
+// compiler is busy with another source: the page then compiles this one.
+bool ArtifactWebView::Coordinator::compileFirst(const std::string& code, WebKitWebView* webView) {
+    const std::string key = pendingCompileKey_;
+    if (!compiler || !compiler->compile(key, code))
+        return false;
+    std::weak_ptr<bool> alive = alive_;
+    compiler->whenDone(key, [this, alive, key, generation = loadGeneration_, webView] {
+        // Only for the load that asked, if it is still wanted.
+        if (!alive.lock() || generation != loadGeneration_ || timedOut_)
+            return;
+        if (schemeHandler && schemeHandler->compileKey == key)
+            schemeHandler->compiledArtifact = compileCache->lookup(key);
+        webkit_web_view_load_uri(webView, std::string{artifactPlayerUrl}.c_str());
+    });
+    return true;
 }
 
 // WebKit puts no time limit on a request to a custom scheme, so the page load gets

@@ -61,13 +61,16 @@ bool BackgroundCompiler::isCompiling(const std::string& key) const {
     return state_->running.count(key) != 0;
 }
 
-void BackgroundCompiler::compile(const std::string& key, std::string source) {
-    if (isCompiling(key))
-        return;
+bool BackgroundCompiler::compile(const std::string& key, std::string source) {
+    // One job at a time: each holds a JavaScript context with Babel loaded, and
+    // someone clicking through many new artifacts must not start one per click.
+    // A source that finds the compiler busy is compiled by its page instead.
+    if (!state_->running.empty())
+        return isCompiling(key);
     const auto babel = resources_.url("babel.min", "js");
     const auto compiler = resources_.url("artifact-compiler", "js");
     if (!babel || !compiler)
-        return;
+        return false;
     state_->running[key];
 
     std::weak_ptr<State> weakState = state_;
@@ -91,6 +94,7 @@ void BackgroundCompiler::compile(const std::string& key, std::string source) {
             },
             done, [](gpointer data) { delete static_cast<std::function<void()>*>(data); });
     }}.detach();
+    return true;
 }
 
 void BackgroundCompiler::whenDone(const std::string& key, std::function<void()> done) {

@@ -14,10 +14,11 @@ namespace kelmo {
 
 // Compiles JSX and TSX sources into the compile cache on a worker thread, with the
 // same Babel bundle and compiler script as the player page, in a JavaScript context
-// of its own. A first run of an artifact thus compiles while the web process starts
-// instead of after it, and the page finds the module ready.
+// of its own. A first run of an artifact thus finds the module ready, and the page
+// never loads Babel (the largest file by far) for code that compiles.
 //
-// Jobs are keyed by their compile key; a key already compiling is not started again.
+// Jobs are keyed by their compile key; one runs at a time, and a source handed in
+// while one runs is not compiled here (its page compiles it).
 // Whoever waits for a key hears when its job ends, on the main loop, whether or not
 // it compiled (a source that does not compile leaves nothing in the cache, and the
 // page then compiles it itself to show the error).
@@ -25,7 +26,9 @@ class BackgroundCompiler {
 public:
     BackgroundCompiler(ResourceLocator resources, std::shared_ptr<CompileCache> cache);
 
-    void compile(const std::string& key, std::string source);
+    // Starts compiling unless a job is running already; answers whether this key is
+    // now compiling.
+    bool compile(const std::string& key, std::string source);
     bool isCompiling(const std::string& key) const;
     // Calls done on the main loop once the job of that key has ended; at once (still
     // from the main loop) when none is running.

@@ -3,7 +3,6 @@
 #include "runtime/gobject_ref.h"
 
 #include <libsoup/soup.h>
-#include <memory>
 #include <string>
 
 namespace kelmo {
@@ -68,22 +67,9 @@ void handleRequest(WebKitURISchemeRequest* request, gpointer) {
                                          g_object_get_data(G_OBJECT(webView), handlersKey))
                                    : nullptr;
     const std::string_view scheme = webkit_uri_scheme_request_get_scheme(request);
-    if (handlers && handlers->artifact && scheme == artifactScheme) {
-        const auto& artifact = handlers->artifact;
-        if (artifact->holdPage && ArtifactSchemeHandler::isPage(uri)) {
-            std::shared_ptr<WebKitURISchemeRequest> held{
-                WEBKIT_URI_SCHEME_REQUEST(g_object_ref(request)), g_object_unref};
-            std::weak_ptr<ArtifactSchemeHandler> weakHandler = artifact;
-            artifact->holdPage([held, weakHandler, url = std::string{uri}] {
-                if (const auto handler = weakHandler.lock())
-                    respond(held.get(), handler->resolve(url), true);
-                else
-                    fail(held.get(), SchemeError::fileDoesNotExist);
-            });
-            return;
-        }
-        respond(request, artifact->resolve(uri), true);
-    } else if (handlers && handlers->file && scheme == artifactFileScheme)
+    if (handlers && handlers->artifact && scheme == artifactScheme)
+        respond(request, handlers->artifact->resolve(uri), true);
+    else if (handlers && handlers->file && scheme == artifactFileScheme)
         respond(request, handlers->file->resolve(uri), false);
     else
         fail(request, SchemeError::fileDoesNotExist);
