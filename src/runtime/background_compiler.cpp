@@ -5,7 +5,9 @@
 #include <glib.h>
 #include <glibmm/main.h>
 #include <jsc/jsc.h>
+#include <map>
 #include <thread>
+#include <vector>
 
 namespace kelmo {
 

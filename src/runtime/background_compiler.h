@@ -4,11 +4,9 @@
 #include "runtime/resource_locator.h"
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace kelmo {
 
@@ -33,8 +31,6 @@ public:
     // Calls done on the main loop once the job of that key has ended; at once (still
     // from the main loop) when none is running.
     void whenDone(const std::string& key, std::function<void()> done);
-
-    const std::shared_ptr<CompileCache>& cache() const { return cache_; }
 
 private:
     struct State;
