@@ -12,6 +12,7 @@
   const TAILWIND_FILE = "kelmo-tailwind.js";
   const BABEL_FILE = "babel.min.js";
   const COMPILER_FILE = "artifact-compiler.js";
+  const COMPILED_MODULE_FILE = "kelmo-compiled-module.js";
 
   function setState(state) {
     document.documentElement.dataset.kelmoState = state;
@@ -175,6 +176,15 @@
       moduleExports.set(specifier, entryFor(specifier).exports());
     return moduleExports.get(specifier);
   }
+
+  // Without a module from an earlier run, the application may be compiling this code
+  // right now: ask for its module at once; the answer comes when the compile ends.
+  // The key names the compile, so that WebKit's memory cache never hands one page the
+  // module of another.
+  const moduleCompiledOnTheSide = earlierCompiled()
+    ? undefined
+    : loadFile(`${COMPILED_MODULE_FILE}?key=${encodeURIComponent(window.kelmoCompileKey)}`)
+      .catch(() => undefined);
 
   // ---- Host APIs -----------------------------------------------------------------
 
@@ -356,9 +366,10 @@
     // The player renders with React, whatever the artifact imports, and styles with
     // Tailwind, which nearly every artifact's classes assume; the page loads them
     // itself. Babel is the largest file by far and loads only when needed.
-    let compiled = earlierCompiled();
     const basics = loadModules(["react", "react-dom/client"], [TAILWIND_FILE]);
     basics.catch(() => undefined); // reported once, where it is awaited below
+    await moduleCompiledOnTheSide;
+    let compiled = earlierCompiled();
     if (!compiled) {
       await Promise.all([loadFile(BABEL_FILE), loadFile(COMPILER_FILE)]).catch(() => undefined);
       if (typeof Babel === "undefined" || typeof window.kelmoTransform !== "function")

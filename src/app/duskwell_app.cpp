@@ -71,6 +71,18 @@ void DuskwellApp::on_startup() {
     if (!panel)
         panel = std::make_shared<FileChooserOpenPanel>([this] { return activeWindowOrMain(); });
     store_->setOpenPanel(std::move(panel));
+    compileSelectedAhead();
+}
+
+// A start whose watched folders hold a new JSX or TSX file opens straight into it:
+// its compile starts now, while the window is built and the web process starts.
+void DuskwellApp::compileSelectedAhead() {
+    const auto& selected = store_->selectedArtifact();
+    if (!selected || selected->type.kind == ArtifactType::Kind::html)
+        return;
+    compiler_ = BackgroundCompiler::shared(ResourceLocator::application(),
+                                           CompileCache::defaultDirectory());
+    compiler_->compileAhead(selected->type.url);
 }
 
 void DuskwellApp::on_activate() {

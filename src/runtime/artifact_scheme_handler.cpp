@@ -28,7 +28,25 @@ SchemeResult ArtifactSchemeHandler::resolve(std::string_view url) const {
         return SchemeError::fileDoesNotExist;
     if (parsed->path.empty() || parsed->path == "/")
         return serveRuntime();
-    return serveResource(parsed->lastPathComponent());
+    const std::string name = parsed->lastPathComponent();
+    if (name == compiledModuleResource)
+        return compiledModuleScript(compiledArtifact);
+    return serveResource(name);
+}
+
+bool ArtifactSchemeHandler::answersLater(std::string_view url) const {
+    if (!whenCompiled)
+        return false;
+    const auto parsed = SchemeRequestUrl::parse(url);
+    return parsed && parsed->host == artifactPlayerHost &&
+           parsed->lastPathComponent() == compiledModuleResource;
+}
+
+SchemeResponse
+ArtifactSchemeHandler::compiledModuleScript(const std::optional<std::string>& module) {
+    return SchemeResponse{"window.kelmoCompiledArtifact = " +
+                              (module ? escapeForHTMLScript(*module) : std::string{"null"}) + ";\n",
+                          "application/javascript"};
 }
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include "runtime/resource_locator.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,6 +24,9 @@ inline constexpr std::string_view compiledArtifactPlaceholder = "{{COMPILED_ARTI
 // The placeholder that receives the key under which the page hands over what it
 // compiled, as a JSON string literal.
 inline constexpr std::string_view compileKeyPlaceholder = "{{COMPILE_KEY_JSON}}";
+// The script that hands the page a module compiled on the side, asked for when none
+// was embedded; its answer waits for a compile that is still running.
+inline constexpr std::string_view compiledModuleResource = "kelmo-compiled-module.js";
 
 // Why a scheme request could not be answered.
 enum class SchemeError {
@@ -62,6 +66,13 @@ public:
     // Sent back with a freshly compiled module, so that a late message from an
     // earlier page cannot be taken for this one's.
     std::string compileKey;
+    // Set while artifactCode compiles on the side: takes a callback for the end of that
+    // compile (compiledArtifact then holds the module, if it compiled).
+    std::function<void(std::function<void()>)> whenCompiled;
+
+    // Whether the answer to this URL waits for the compile on the side: the compiled
+    // module's script while a compile runs.
+    bool answersLater(std::string_view url) const;
 
     // Routes by host and path alone (query and fragment are ignored): host "player"
     // with an empty path or "/" is the page, any other path is the resource named by
@@ -73,6 +84,10 @@ public:
     // compiled module as one (or null) and every key placeholder by the compile key as
     // one; "text/html".
     SchemeResult serveRuntime() const;
+
+    // "window.kelmoCompiledArtifact = " and the module as a JSON string literal (null
+    // when there is none); "application/javascript".
+    static SchemeResponse compiledModuleScript(const std::optional<std::string>& module);
 
     // The top-level resource file of that name, typed by its extension.
     SchemeResult serveResource(std::string_view name) const;

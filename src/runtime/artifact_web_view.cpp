@@ -39,10 +39,8 @@ ArtifactWebView::ArtifactWebView(ResourceLocator resources, std::filesystem::pat
     set_hexpand(true);
     set_vexpand(true);
 
-    coordinator_->compileCache = std::make_shared<CompileCache>(
-        std::move(compileCacheDirectory), CompileCache::fingerprintOf(resources));
-    coordinator_->compiler =
-        std::make_shared<BackgroundCompiler>(resources, coordinator_->compileCache);
+    coordinator_->compiler = BackgroundCompiler::shared(resources, compileCacheDirectory);
+    coordinator_->compileCache = coordinator_->compiler->cache();
     const auto consoleForwarding = forwardingScript(resources);
     coordinator_->schemeHandler = std::make_shared<ArtifactSchemeHandler>(std::move(resources));
     coordinator_->fileSchemeHandler = std::make_shared<ArtifactFileSchemeHandler>();

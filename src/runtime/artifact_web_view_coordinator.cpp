@@ -131,45 +131,44 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
         return;
     }
     pendingCompileKey_.clear();
-    ++loadGeneration_;
     if (schemeHandler) {
         schemeHandler->compiledArtifact.reset();
         schemeHandler->compileKey.clear();
+        schemeHandler->whenCompiled = nullptr;
         if (compileCache) {
             schemeHandler->compileKey = compileCache->keyFor(*code);
             schemeHandler->compiledArtifact = compileCache->lookup(schemeHandler->compileKey);
             if (!schemeHandler->compiledArtifact)
                 pendingCompileKey_ = schemeHandler->compileKey;
         }
-        const bool compiling = !pendingCompileKey_.empty() && compileFirst(*code, webView);
+        if (!pendingCompileKey_.empty())
+            compileOnTheSide(*code);
         schemeHandler->artifactCode = std::move(*code);
-        if (compiling) {
-            startTimeout(webView);
-            return;
-        }
     }
     webkit_web_view_load_uri(webView, std::string{artifactPlayerUrl}.c_str());
     startTimeout(webView);
 }
 
-// Compiles the code on the side first and loads the page once that is done, so that
-// the page finds the module compiled and never loads Babel. Should the code not
-// compile, the page compiles it itself and shows why. Answers false when the
-// compiler is busy with another source: the page then compiles this one.
-bool ArtifactWebView::Coordinator::compileFirst(const std::string& code, WebKitWebView* webView) {
+// Compiles the code on a worker thread while the web process starts and the page
+// loads React; the page asks for the module and its request waits for the compile,
+// so it never loads Babel for code that compiles. Should the code not compile, the
+// page compiles it itself and shows why. When the compiler is busy with another
+// source, the page compiles this one.
+void ArtifactWebView::Coordinator::compileOnTheSide(const std::string& code) {
     const std::string key = pendingCompileKey_;
     if (!compiler || !compiler->compile(key, code))
-        return false;
+        return;
     std::weak_ptr<bool> alive = alive_;
-    compiler->whenDone(key, [this, alive, key, generation = loadGeneration_, webView] {
-        // Only for the load that asked, if it is still wanted.
-        if (!alive.lock() || generation != loadGeneration_ || timedOut_)
+    // Registered first, so the module is in place before any waiting request is answered.
+    compiler->whenDone(key, [this, alive, key] {
+        if (!alive.lock() || !schemeHandler || schemeHandler->compileKey != key)
             return;
-        if (schemeHandler && schemeHandler->compileKey == key)
-            schemeHandler->compiledArtifact = compileCache->lookup(key);
-        webkit_web_view_load_uri(webView, std::string{artifactPlayerUrl}.c_str());
+        schemeHandler->compiledArtifact = compileCache->lookup(key);
+        schemeHandler->whenCompiled = nullptr;
     });
-    return true;
+    schemeHandler->whenCompiled = [compiler = compiler, key](std::function<void()> done) {
+        compiler->whenDone(key, std::move(done));
+    };
 }
 
 // WebKit puts no time limit on a request to a custom scheme, so the page load gets

@@ -55,7 +55,7 @@ public:
 private:
     void load(const Artifact& artifact, WebKitWebView* webView);
     void startTimeout(WebKitWebView* webView);
-    bool compileFirst(const std::string& code, WebKitWebView* webView);
+    void compileOnTheSide(const std::string& code);
 
     void didStartProvisionalNavigation();
     void didFinish();
@@ -77,7 +77,6 @@ private:
     std::string lastLoadKey_;
     // The key of the code being run when no compile of it was kept; cleared once kept.
     std::string pendingCompileKey_;
-    unsigned loadGeneration_ = 0;
     // Expires with the coordinator, for work that comes back later.
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
     GObjectRef<WebKitUserContentManager> contentManager_;

@@ -59,6 +59,32 @@ BackgroundCompiler::BackgroundCompiler(ResourceLocator resources,
     : resources_{std::move(resources)}, cache_{std::move(cache)}, state_{
                                                                       std::make_shared<State>()} {}
 
+std::shared_ptr<BackgroundCompiler>
+BackgroundCompiler::shared(const ResourceLocator& resources,
+                           const std::filesystem::path& cacheFolder) {
+    static std::map<std::pair<std::filesystem::path, std::filesystem::path>,
+                    std::weak_ptr<BackgroundCompiler>>
+        compilers;
+    auto& slot = compilers[{resources.directory(), cacheFolder}];
+    if (auto compiler = slot.lock())
+        return compiler;
+    auto cache =
+        std::make_shared<CompileCache>(cacheFolder, CompileCache::fingerprintOf(resources));
+    auto compiler = std::make_shared<BackgroundCompiler>(resources, std::move(cache));
+    slot = compiler;
+    return compiler;
+}
+
+bool BackgroundCompiler::compileAhead(const std::filesystem::path& file) {
+    auto source = readWholeFile(file);
+    if (!source || !isValidUtf8(*source))
+        return false;
+    const std::string key = cache_->keyFor(*source);
+    if (cache_->lookup(key))
+        return false;
+    return compile(key, std::move(*source));
+}
+
 bool BackgroundCompiler::isCompiling(const std::string& key) const {
     return state_->running.count(key) != 0;
 }

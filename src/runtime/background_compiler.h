@@ -3,6 +3,7 @@
 #include "runtime/compile_cache.h"
 #include "runtime/resource_locator.h"
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -23,6 +24,18 @@ namespace kelmo {
 class BackgroundCompiler {
 public:
     BackgroundCompiler(ResourceLocator resources, std::shared_ptr<CompileCache> cache);
+
+    // The process's one compiler for these resources and this cache folder, made on
+    // first use and kept while someone holds it, so that a compile started ahead of a
+    // load (at start-up, say) is the one that the load finds running.
+    static std::shared_ptr<BackgroundCompiler> shared(const ResourceLocator& resources,
+                                                      const std::filesystem::path& cacheFolder);
+
+    const std::shared_ptr<CompileCache>& cache() const { return cache_; }
+
+    // Reads a JSX or TSX file and starts compiling it, unless its module is kept
+    // already; answers whether it is now compiling.
+    bool compileAhead(const std::filesystem::path& file);
 
     // Starts compiling unless a job is running already; answers whether this key is
     // now compiling.

@@ -3,6 +3,7 @@
 #include "runtime/gobject_ref.h"
 
 #include <libsoup/soup.h>
+#include <memory>
 #include <string>
 
 namespace kelmo {
@@ -56,6 +57,17 @@ void respond(WebKitURISchemeRequest* request, const SchemeResult& result, bool a
     webkit_uri_scheme_request_finish_with_response(request, response.get());
 }
 
+// Holds the request until the compile on the side has ended, then answers it as then
+// resolved.
+void answerAfterCompile(WebKitURISchemeRequest* request,
+                        const std::shared_ptr<ArtifactSchemeHandler>& handler, std::string uri) {
+    std::shared_ptr<WebKitURISchemeRequest> held{
+        static_cast<WebKitURISchemeRequest*>(g_object_ref(request)), g_object_unref};
+    handler->whenCompiled([handler, held, uri = std::move(uri)] {
+        respond(held.get(), handler->resolve(uri), true);
+    });
+}
+
 void handleRequest(WebKitURISchemeRequest* request, gpointer) {
     const char* uri = webkit_uri_scheme_request_get_uri(request);
     if (!uri) {
@@ -67,9 +79,12 @@ void handleRequest(WebKitURISchemeRequest* request, gpointer) {
                                          g_object_get_data(G_OBJECT(webView), handlersKey))
                                    : nullptr;
     const std::string_view scheme = webkit_uri_scheme_request_get_scheme(request);
-    if (handlers && handlers->artifact && scheme == artifactScheme)
-        respond(request, handlers->artifact->resolve(uri), true);
-    else if (handlers && handlers->file && scheme == artifactFileScheme)
+    if (handlers && handlers->artifact && scheme == artifactScheme) {
+        if (handlers->artifact->answersLater(uri))
+            answerAfterCompile(request, handlers->artifact, uri);
+        else
+            respond(request, handlers->artifact->resolve(uri), true);
+    } else if (handlers && handlers->file && scheme == artifactFileScheme)
         respond(request, handlers->file->resolve(uri), false);
     else
         fail(request, SchemeError::fileDoesNotExist);

@@ -1,7 +1,9 @@
 #include "runtime/artifact_scheme_handler.h"
 #include "test_support.h"
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <vector>
 
 namespace kelmo {
 namespace {
@@ -79,6 +81,26 @@ TEST_F(ArtifactSchemeHandlerTest, ACompiledModuleAndItsKeyFillTheirOwnPlaceholde
     handler.compileKey = "abc";
     EXPECT_EQ(answer("artifact://player/").body,
               R"("{{COMPILED_ARTIFACT_JSON}}" "{\"code\":\"<\/script>\"}" "abc")");
+}
+
+TEST_F(ArtifactSchemeHandlerTest,
+       TheModuleCompiledOnTheSideIsAScriptThatWaitsOnlyForARunningCompile) {
+    const std::string url = "artifact://player/kelmo-compiled-module.js?key=abc";
+    EXPECT_FALSE(handler.answersLater(url));
+    EXPECT_EQ(answer(url),
+              (SchemeResponse{"window.kelmoCompiledArtifact = null;\n", "application/javascript"}));
+
+    std::vector<std::function<void()>> waiting;
+    handler.whenCompiled = [&waiting](std::function<void()> done) {
+        waiting.push_back(std::move(done));
+    };
+    EXPECT_TRUE(handler.answersLater(url));
+    EXPECT_FALSE(handler.answersLater("artifact://player/react.js"));
+    EXPECT_FALSE(handler.answersLater("artifact://other/kelmo-compiled-module.js"));
+
+    handler.compiledArtifact = R"({"code":"</script>"})";
+    EXPECT_EQ(answer(url).body,
+              "window.kelmoCompiledArtifact = \"{\\\"code\\\":\\\"<\\/script>\\\"}\";\n");
 }
 
 TEST_F(ArtifactSchemeHandlerTest, OtherPathsServeTopLevelResourcesByLastComponent) {
