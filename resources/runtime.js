@@ -186,6 +186,56 @@
     : loadFile(`${COMPILED_MODULE_FILE}?key=${encodeURIComponent(window.kelmoCompileKey)}`)
       .catch(() => undefined);
 
+  // ---- Tailwind ----------------------------------------------------------------
+
+  // The rules Tailwind made for this component's first frame on an earlier run. With
+  // them in place the first frame needs no Tailwind at all, and Tailwind loads after
+  // it, taking over every class from then on.
+  const earlierStyles = typeof window.kelmoTailwindStyles === "string" ? window.kelmoTailwindStyles : null;
+  const CACHED_STYLES_ID = "kelmo-tailwind-cached";
+  if (earlierStyles !== null) {
+    const style = document.createElement("style");
+    style.id = CACHED_STYLES_ID;
+    style.textContent = earlierStyles;
+    document.head.prepend(style);
+  }
+  const tailwindBeforeFirstFrame = earlierStyles === null ? loadFile(TAILWIND_FILE) : undefined;
+
+  function loadTailwindAfterFirstFrame() {
+    loadFile(TAILWIND_FILE).then(() => {
+      const cached = document.getElementById(CACHED_STYLES_ID);
+      if (cached)
+        cached.remove();
+    }, () => undefined);
+  }
+
+  // Tailwind's rules as CSS text: its theme variables and every rule it has made.
+  function tailwindStyles() {
+    const theme = document.getElementById("kelmo-tailwind-theme");
+    const sheet = document.querySelector("style[data-twind]");
+    if (!theme || !sheet || !sheet.sheet)
+      return null;
+    return [theme.textContent, ...Array.from(sheet.sheet.cssRules, (rule) => rule.cssText)].join("\n");
+  }
+
+  // Hands the first frame's rules to the application, for the next run of this code.
+  function keepStyles() {
+    try {
+      const handlers = window.webkit && window.webkit.messageHandlers;
+      const styles = tailwindStyles();
+      if (styles !== null && handlers && handlers.kelmoStyles && typeof window.kelmoCompileKey === "string")
+        handlers.kelmoStyles.postMessage({ key: window.kelmoCompileKey, styles });
+    } catch (ignored) {
+      // Not kept: the next run waits for Tailwind again.
+    }
+  }
+
+  let componentMounted = false;
+
+  function afterFirstFrame(work) {
+    requestAnimationFrame(() => requestAnimationFrame(work));
+  }
+
   // ---- Host APIs -----------------------------------------------------------------
 
   // What artifacts written for Claude's artifact viewer call on window. Storage is
@@ -322,6 +372,15 @@
       React.useEffect(() => {
         if (document.documentElement.dataset.kelmoState !== "error")
           setState("rendered");
+        // After Tailwind's observer has seen the first frame's classes: it runs once
+        // the task that changed the document is over.
+        if (earlierStyles === null)
+          setTimeout(() => {
+            if (document.documentElement.dataset.kelmoState === "rendered")
+              keepStyles();
+          }, 0);
+        if (earlierStyles !== null)
+          afterFirstFrame(loadTailwindAfterFirstFrame);
       }, []);
       return children;
     }
@@ -366,7 +425,7 @@
     // The player renders with React, whatever the artifact imports, and styles with
     // Tailwind, which nearly every artifact's classes assume; the page loads them
     // itself. Babel is the largest file by far and loads only when needed.
-    const basics = loadModules(["react", "react-dom/client"], [TAILWIND_FILE]);
+    const basics = Promise.all([loadModules(["react", "react-dom/client"]), tailwindBeforeFirstFrame]);
     basics.catch(() => undefined); // reported once, where it is awaited below
     await moduleCompiledOnTheSide;
     let compiled = earlierCompiled();
@@ -386,6 +445,7 @@
 
     const Component = chooseComponent(module.exports, compiled.exports, localApp);
     if (Component) {
+      componentMounted = true;
       render(Component);
       return;
     }
@@ -419,6 +479,11 @@
       } else {
         runtimeError(error);
       }
+    }).finally(() => {
+      // A mounted component loads Tailwind after its own first frame; a page without
+      // one (an error, or an artifact that rendered itself) after the next frames.
+      if (earlierStyles !== null && !componentMounted)
+        afterFirstFrame(loadTailwindAfterFirstFrame);
     });
   }
 

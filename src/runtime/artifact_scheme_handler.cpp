@@ -95,9 +95,12 @@ SchemeResult ArtifactSchemeHandler::serveRuntime() const {
     const std::string compiled =
         compiledArtifact ? escapeForHTMLScript(*compiledArtifact) : std::string{"null"};
     const std::string key = escapeForHTMLScript(compileKey);
+    const std::string styles =
+        tailwindStyles ? escapeForHTMLScript(*tailwindStyles) : std::string{"null"};
     return SchemeResponse{fillTemplate(*page, {{artifactCodePlaceholder, code},
                                                {compiledArtifactPlaceholder, compiled},
-                                               {compileKeyPlaceholder, key}}),
+                                               {compileKeyPlaceholder, key},
+                                               {tailwindStylesPlaceholder, styles}}),
                           "text/html"};
 }
 

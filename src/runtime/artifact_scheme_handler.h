@@ -24,6 +24,8 @@ inline constexpr std::string_view compiledArtifactPlaceholder = "{{COMPILED_ARTI
 // The placeholder that receives the key under which the page hands over what it
 // compiled, as a JSON string literal.
 inline constexpr std::string_view compileKeyPlaceholder = "{{COMPILE_KEY_JSON}}";
+// The placeholder that receives the Tailwind rules of an earlier run's first frame, or null.
+inline constexpr std::string_view tailwindStylesPlaceholder = "{{TAILWIND_STYLES_JSON}}";
 // The script that hands the page a module compiled on the side, asked for when none
 // was embedded; its answer waits for a compile that is still running.
 inline constexpr std::string_view compiledModuleResource = "kelmo-compiled-module.js";
@@ -66,6 +68,8 @@ public:
     // Sent back with a freshly compiled module, so that a late message from an
     // earlier page cannot be taken for this one's.
     std::string compileKey;
+    // The Tailwind rules (CSS text) of the first frame of an earlier run of this code.
+    std::optional<std::string> tailwindStyles;
     // Set while artifactCode compiles on the side: takes a callback for the end of that
     // compile (compiledArtifact then holds the module, if it compiled).
     std::function<void(std::function<void()>)> whenCompiled;

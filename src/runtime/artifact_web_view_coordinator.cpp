@@ -70,6 +70,8 @@ ArtifactWebView::Coordinator::~Coordinator() {
                                                                       storageChannel, nullptr);
         webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
                                                                       compiledChannel, nullptr);
+        webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
+                                                                      stylesChannel, nullptr);
     }
 }
 
@@ -86,6 +88,10 @@ void ArtifactWebView::Coordinator::listenTo(WebKitUserContentManager* contentMan
     g_signal_connect(contentManager, "script-message-received::kelmoCompiled",
                      G_CALLBACK(onCompiledMessage), this);
     webkit_user_content_manager_register_script_message_handler(contentManager, compiledChannel,
+                                                                nullptr);
+    g_signal_connect(contentManager, "script-message-received::kelmoStyles",
+                     G_CALLBACK(onStylesMessage), this);
+    webkit_user_content_manager_register_script_message_handler(contentManager, stylesChannel,
                                                                 nullptr);
     g_signal_connect(contentManager, "script-message-with-reply-received::kelmoStorage",
                      G_CALLBACK(onStorageMessage), this);
@@ -133,11 +139,14 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
     pendingCompileKey_.clear();
     if (schemeHandler) {
         schemeHandler->compiledArtifact.reset();
+        schemeHandler->tailwindStyles.reset();
         schemeHandler->compileKey.clear();
         schemeHandler->whenCompiled = nullptr;
         if (compileCache) {
             schemeHandler->compileKey = compileCache->keyFor(*code);
             schemeHandler->compiledArtifact = compileCache->lookup(schemeHandler->compileKey);
+            schemeHandler->tailwindStyles = compileCache->lookup(
+                CompileCache::companionKey(schemeHandler->compileKey, "styles"));
             if (!schemeHandler->compiledArtifact)
                 pendingCompileKey_ = schemeHandler->compileKey;
         }
@@ -278,6 +287,19 @@ void ArtifactWebView::Coordinator::keepCompiled(JSCValue* body) {
     pendingCompileKey_.clear();
 }
 
+// Keeps the Tailwind rules of the first frame of the code this load runs, once.
+void ArtifactWebView::Coordinator::keepStyles(JSCValue* body) {
+    if (!compileCache || !schemeHandler || schemeHandler->tailwindStyles || !body ||
+        !jsc_value_is_object(body))
+        return;
+    const auto key = stringProperty(body, "key");
+    auto styles = stringProperty(body, "styles");
+    if (!key || key->empty() || *key != schemeHandler->compileKey || !styles)
+        return;
+    compileCache->store(CompileCache::companionKey(*key, "styles"), *styles);
+    schemeHandler->tailwindStyles = std::move(styles);
+}
+
 void ArtifactWebView::Coordinator::onLoadChanged(WebKitWebView*, WebKitLoadEvent event,
                                                  gpointer self) {
     auto* coordinator = static_cast<Coordinator*>(self);
@@ -307,6 +329,11 @@ void ArtifactWebView::Coordinator::onBridgeMessage(WebKitUserContentManager*, JS
 void ArtifactWebView::Coordinator::onCompiledMessage(WebKitUserContentManager*, JSCValue* body,
                                                      gpointer self) {
     static_cast<Coordinator*>(self)->keepCompiled(body);
+}
+
+void ArtifactWebView::Coordinator::onStylesMessage(WebKitUserContentManager*, JSCValue* body,
+                                                   gpointer self) {
+    static_cast<Coordinator*>(self)->keepStyles(body);
 }
 
 gboolean ArtifactWebView::Coordinator::onStorageMessage(WebKitUserContentManager*,

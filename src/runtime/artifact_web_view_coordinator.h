@@ -23,6 +23,8 @@ inline constexpr char artifactBridgeChannel[] = "artifactBridge";
 inline constexpr char storageChannel[] = "kelmoStorage";
 // The page hands over what it compiled: {key, compiled}.
 inline constexpr char compiledChannel[] = "kelmoCompiled";
+// The page hands over the Tailwind rules of its first frame: {key, styles}.
+inline constexpr char stylesChannel[] = "kelmoStyles";
 
 // The line written to standard output for one console message: the level's prefix,
 // a space, the message and a line feed.
@@ -63,6 +65,7 @@ private:
     void didReceive(std::string_view channel, JSCValue* body);
     void answerStorageRequest(JSCValue* request, WebKitScriptMessageReply* reply);
     void keepCompiled(JSCValue* body);
+    void keepStyles(JSCValue* body);
 
     static void onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self);
     static gboolean onLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar*, GError* error,
@@ -70,6 +73,7 @@ private:
     static void onConsoleMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static void onBridgeMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static void onCompiledMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
+    static void onStylesMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static gboolean onStorageMessage(WebKitUserContentManager*, JSCValue* request,
                                      WebKitScriptMessageReply* reply, gpointer self);
 

@@ -53,6 +53,10 @@ std::string CompileCache::fingerprintOf(const ResourceLocator& resources) {
            std::to_string(babelTime.time_since_epoch().count());
 }
 
+std::string CompileCache::companionKey(const std::string& key, std::string_view what) {
+    return sha256(key + ":" + std::string{what});
+}
+
 std::string CompileCache::keyFor(std::string_view source) const {
     std::string keyed = compilerFingerprint_;
     keyed.push_back('\0');

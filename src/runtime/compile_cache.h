@@ -32,6 +32,9 @@ public:
     static std::string fingerprintOf(const ResourceLocator& resources);
 
     std::string keyFor(std::string_view source) const;
+    // The key of something else kept for the same source (its styles, say) under
+    // that source's key.
+    static std::string companionKey(const std::string& key, std::string_view what);
 
     // The entry under that key; using it makes it the most recently used.
     std::optional<std::string> lookup(const std::string& key) const;

@@ -72,15 +72,18 @@ TEST_F(ArtifactSchemeHandlerTest, EveryPlaceholderIsReplacedAndTheTemplateIsRead
 
 TEST_F(ArtifactSchemeHandlerTest, ACompiledModuleAndItsKeyFillTheirOwnPlaceholdersInOnePass) {
     writeFile(resources / "runtime.html",
-              "{{ARTIFACT_CODE_JSON}} {{COMPILED_ARTIFACT_JSON}} {{COMPILE_KEY_JSON}}");
+              "{{ARTIFACT_CODE_JSON}} {{COMPILED_ARTIFACT_JSON}} {{COMPILE_KEY_JSON}} "
+              "{{TAILWIND_STYLES_JSON}}");
     // Code that happens to hold a placeholder's text is embedded as it is.
     handler.artifactCode = "{{COMPILED_ARTIFACT_JSON}}";
-    EXPECT_EQ(answer("artifact://player/").body, "\"{{COMPILED_ARTIFACT_JSON}}\" null \"\"");
+    EXPECT_EQ(answer("artifact://player/").body, "\"{{COMPILED_ARTIFACT_JSON}}\" null \"\" null");
 
     handler.compiledArtifact = R"({"code":"</script>"})";
     handler.compileKey = "abc";
-    EXPECT_EQ(answer("artifact://player/").body,
-              R"("{{COMPILED_ARTIFACT_JSON}}" "{\"code\":\"<\/script>\"}" "abc")");
+    handler.tailwindStyles = ".p-4{padding:1rem}";
+    EXPECT_EQ(
+        answer("artifact://player/").body,
+        R"("{{COMPILED_ARTIFACT_JSON}}" "{\"code\":\"<\/script>\"}" "abc" ".p-4{padding:1rem}")");
 }
 
 TEST_F(ArtifactSchemeHandlerTest,

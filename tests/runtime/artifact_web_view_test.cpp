@@ -61,7 +61,7 @@ TEST_F(PlayerPageTest, ComponentsArriveCompiledAndAreKeptForTheNextStart) {
         import { Star } from "lucide-react";
         export default function App() {
           const [count, setCount] = useState(0);
-          return <button id="b" onClick={() => setCount(count + 1)}><Star />{count}</button>;
+          return <button id="b" className="p-4" onClick={() => setCount(count + 1)}><Star />{count}</button>;
         })";
     const auto kept = CompileCache::defaultDirectory();
     const auto entries = [&] {
@@ -71,10 +71,12 @@ TEST_F(PlayerPageTest, ComponentsArriveCompiledAndAreKeptForTheNextStart) {
         return static_cast<int>(count);
     };
     const int before = entries();
-    // Compiled on the side before the page asked for it: the page never loads Babel.
+    // Compiled on the side while the page loaded: the page never loads Babel. The module
+    // and the Tailwind rules of the first frame are kept.
     ASSERT_EQ(run("kept.jsx", counter), "rendered");
     EXPECT_EQ(host.evaluate("typeof Babel"), "undefined");
-    EXPECT_EQ(entries(), before + 1);
+    EXPECT_TRUE(
+        testing::runMainLoopUntil([&] { return entries() == before + 2; }, testing::pageDeadline));
 
     // A new view, as after a restart: the kept module runs, imports and all.
     WebViewFixture again;
@@ -82,6 +84,11 @@ TEST_F(PlayerPageTest, ComponentsArriveCompiledAndAreKeptForTheNextStart) {
     ASSERT_EQ(again.waitForPlayer(), "rendered");
     EXPECT_EQ(again.evaluate("typeof Babel"), "undefined");
     EXPECT_EQ(again.evaluate("document.querySelectorAll('#b svg').length"), "1");
+    // The first frame is styled by the kept rules; Tailwind itself takes over after it.
+    EXPECT_EQ(again.evaluate("getComputedStyle(document.getElementById('b')).paddingTop"), "16px");
+    EXPECT_TRUE(again.waitUntil("document.querySelector('style[data-twind]') !== null && "
+                                "!document.getElementById('kelmo-tailwind-cached')"));
+    EXPECT_EQ(again.evaluate("getComputedStyle(document.getElementById('b')).paddingTop"), "16px");
     again.evaluate("document.getElementById('b').click()");
     EXPECT_TRUE(again.waitUntil("document.getElementById('b').textContent === '1'"));
 
@@ -90,7 +97,8 @@ TEST_F(PlayerPageTest, ComponentsArriveCompiledAndAreKeptForTheNextStart) {
     edited.replace(edited.find("useState(0)"), 11, "useState(7)");
     ASSERT_EQ(run("kept.jsx", edited), "rendered");
     EXPECT_EQ(host.evaluate("document.getElementById('b').textContent"), "7");
-    EXPECT_EQ(entries(), before + 2);
+    EXPECT_TRUE(
+        testing::runMainLoopUntil([&] { return entries() == before + 4; }, testing::pageDeadline));
 }
 
 TEST_F(PlayerPageTest, TypeScriptSyntaxCompiles) {
