@@ -15,6 +15,8 @@ namespace {
 
 constexpr char couldNotReadFile[] = "Could not read file";
 constexpr char requestTimedOut[] = "The request timed out.";
+// What the Tailwind rules of a module's first frame are kept as, beside the module.
+constexpr std::string_view stylesCompanion = "styles";
 
 // A string property of a page object, or nothing when it is missing or not a string.
 std::optional<std::string> stringProperty(JSCValue* object, const char* name) {
@@ -146,7 +148,7 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
             schemeHandler->compileKey = compileCache->keyFor(*code);
             schemeHandler->compiledArtifact = compileCache->lookup(schemeHandler->compileKey);
             schemeHandler->tailwindStyles = compileCache->lookup(
-                CompileCache::companionKey(schemeHandler->compileKey, "styles"));
+                CompileCache::companionKey(schemeHandler->compileKey, stylesCompanion));
             if (!schemeHandler->compiledArtifact)
                 pendingCompileKey_ = schemeHandler->compileKey;
         }
@@ -296,7 +298,7 @@ void ArtifactWebView::Coordinator::keepStyles(JSCValue* body) {
     auto styles = stringProperty(body, "styles");
     if (!key || key->empty() || *key != schemeHandler->compileKey || !styles)
         return;
-    compileCache->store(CompileCache::companionKey(*key, "styles"), *styles);
+    compileCache->store(CompileCache::companionKey(*key, stylesCompanion), *styles);
     schemeHandler->tailwindStyles = std::move(styles);
 }
 
