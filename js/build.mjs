@@ -13,16 +13,17 @@
 // module to an existing one) below, and an entry for its specifier in
 // resources/runtime-modules.js.
 import * as esbuild from "esbuild";
-import { mkdirSync } from "node:fs";
+import { mkdirSync, readdirSync } from "node:fs";
 import path from "node:path";
-import { fileURLToPath } from "node:url";
+import { fileURLToPath, pathToFileURL } from "node:url";
 
 const here = path.dirname(fileURLToPath(import.meta.url));
 const root = path.dirname(here);
 
 // file name -> { modules: specifier -> what to import, borrows: specifiers from other bundles }
+// or { entry: a file of its own that registers what it provides, define: its build constants }
 export const bundles = {
-  "lib-lucide.js": { modules: { "lucide-react": "lucide-react" } },
+  "lib-lucide.js": { entry: "./lucide.js", define: async () => ({ LUCIDE_ICON_TABLE: await lucideIconTable() }) },
   "lib-recharts.js": { modules: { recharts: "recharts" } },
   "lib-mathjs.js": { modules: { mathjs: "mathjs" } },
   "lib-lodash.js": { modules: { lodash: "lodash" } },
@@ -127,21 +128,68 @@ function entrySource(modules) {
   return lines.join("\n");
 }
 
-async function buildBundle(file, { modules, borrows = [] }, outputFolder) {
+// What js/lucide.js needs of lucide-react: every icon's data as JSON text, keyed by
+// its file name, and which export names answer which icon. Read by running the
+// package's own modules, so that the names are exactly the ones it exports.
+async function lucideIconTable() {
+  const esm = path.join(root, "node_modules", "lucide-react", "dist", "esm");
+  const lucide = await import(pathToFileURL(path.join(esm, "lucide-react.mjs")).href);
+  const iconFolder = path.join(esm, "icons");
+  const icons = {};
+  const fileOf = new Map();
+  for (const entry of readdirSync(iconFolder).sort()) {
+    if (!entry.endsWith(".mjs") || entry === "index.mjs")
+      continue;
+    const icon = await import(pathToFileURL(path.join(iconFolder, entry)).href);
+    if (!icon.__iconData)
+      continue; // a former name of an icon, re-exported from its file
+    const file = entry.slice(0, -".mjs".length);
+    icons[file] = JSON.stringify(icon.__iconData);
+    fileOf.set(icon.default, file);
+  }
+  const names = {};
+  for (const [name, value] of Object.entries(lucide))
+    if (fileOf.has(value))
+      names[name] = fileOf.get(value);
+  const listed = Object.keys(lucide.icons).filter((name) => fileOf.has(lucide.icons[name]));
+  if (listed.length < 1000 || names.Activity !== "activity")
+    throw new Error("lucide-react: the icon table came out wrong; has the package changed its layout?");
+  // Each icon's data stays a string until it is used: the page scans a string literal
+  // much faster than it builds the objects it would describe.
+  return JSON.stringify({ icons, names, listed });
+}
+
+// lucide-react's own modules, which its package does not export one by one.
+const lucideInternals = {
+  name: "kelmo-lucide-internals",
+  setup(build) {
+    build.onResolve({ filter: /^lucide-react\/dist\// }, (args) => ({
+      path: path.join(root, "node_modules", args.path),
+    }));
+  },
+};
+
+async function buildBundle(file, { modules, borrows = [], entry, define }, outputFolder) {
   await esbuild.build({
-    stdin: { contents: entrySource(modules), resolveDir: here, loader: "js", sourcefile: file },
+    ...(entry
+      ? { entryPoints: [path.join(here, entry)] }
+      : { stdin: { contents: entrySource(modules), resolveDir: here, loader: "js", sourcefile: file } }),
     bundle: true,
     format: "iife",
     minify: true,
     target: "safari16",
     platform: "browser",
-    define: { "process.env.NODE_ENV": '"production"', global: "window" },
+    define: {
+      "process.env.NODE_ENV": '"production"',
+      global: "window",
+      ...(define ? await define() : {}),
+    },
     jsx: "automatic",
     loader: { ".js": "jsx" },
     nodePaths: [path.join(root, "node_modules")],
     legalComments: "none",
     logLevel: "warning",
-    plugins: [globalsPlugin(borrows)],
+    plugins: [globalsPlugin(borrows), lucideInternals],
     outfile: path.join(outputFolder, file),
   });
 }

@@ -40,13 +40,15 @@
     return namespace;
   }
 
+  function registered(specifier) {
+    const module = window.kelmoLibraries && window.kelmoLibraries[specifier];
+    if (!module)
+      throw new Error(`The bundle for "${specifier}" did not register it`);
+    return module;
+  }
+
   function bundled(specifier) {
-    return () => {
-      const module = window.kelmoLibraries && window.kelmoLibraries[specifier];
-      if (!module)
-        throw new Error(`The bundle for "${specifier}" did not register it`);
-      return namespaceOf(module);
-    };
+    return () => namespaceOf(registered(specifier));
   }
 
   // ---- lucide-react: unknown icon names -------------------------------------------
@@ -105,7 +107,9 @@
     },
     "lucide-react": {
       files: [...react, "lib-lucide.js"],
-      exports: () => iconsWithPlaceholders(bundled("lucide-react")()),
+      // Already a namespace, whose icons are made when first read: copying it would
+      // make them all.
+      exports: () => iconsWithPlaceholders(registered("lucide-react")),
     },
     "recharts": { files: [...reactDom, "lib-recharts.js"], exports: bundled("recharts") },
     "mathjs": { files: ["lib-mathjs.js"], exports: bundled("mathjs") },
