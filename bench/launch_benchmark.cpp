@@ -4,7 +4,9 @@
 // Run on demand, under a display; see the Benchmarks section of the README.
 
 #include "app_launch.h"
+#include "floor_page.h"
 #include "folder_timing.h"
+#include "temporary_folder.h"
 
 #include <algorithm>
 #include <cmath>
@@ -106,6 +108,7 @@ enum RowId {
     kelmoHtml,
     jsxCold,
     jsxWarm,
+    floorLibraries,
     librariesCold,
     librariesWarm,
     reloadRow,
@@ -141,6 +144,7 @@ std::vector<Row> makeRows() {
     rows[kelmoHtml] = ratioRow("Kelmo HTML", "ms", 1.10);
     rows[jsxCold] = ratioRow("Kelmo JSX cold", "ms", 1.30);
     rows[jsxWarm] = ratioRow("Kelmo JSX warm", "ms", 1.10);
+    rows[floorLibraries] = ratioRow("floor JSX + libraries, precompiled", "ms");
     rows[librariesCold] = ratioRow("Kelmo JSX + libraries cold", "ms", 1.50);
     rows[librariesWarm] = ratioRow("Kelmo JSX + libraries warm", "ms", 1.20);
     rows[reloadRow] = limitRow("reload in the running app", 150);
@@ -221,6 +225,23 @@ void printTable(const std::vector<Row>& rows, const std::vector<bool>& shown) {
                     padded(target, 18).c_str(), verdict.c_str());
     }
 
+    if (shown[floorLibraries] && !rows[floorLibraries].samples.empty()) {
+        std::string against;
+        for (int id : {librariesCold, librariesWarm}) {
+            if (shown[id] && !rows[id].samples.empty()) {
+                char text[64];
+                std::snprintf(text, sizeof text, "%s%s %.2f", against.empty() ? "" : ", ",
+                              id == librariesCold ? "cold" : "warm",
+                              median(rows[id].samples) / median(rows[floorLibraries].samples));
+                against += text;
+            }
+        }
+        if (!against.empty())
+            std::printf("\nKelmo's libraries figures against the floor showing the same component, "
+                        "compiled beforehand, with the same files: %s.\n",
+                        against.c_str());
+    }
+
     std::string resident;
     for (int id : {memoryFloor, memoryKelmoHtml, memoryKelmoJsx}) {
         if (shown[id] && !rows[id].residentSamples.empty())
@@ -284,12 +305,15 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "  %s\n", row.name.c_str());
         return 2;
     }
-    // Ratios need the floor's figures.
+    // Ratios need the floor's figures; the libraries' figures are also shown against
+    // the same page in the floor.
     std::vector<bool> shown = selected;
     for (int id = 0; id < rowCount; ++id) {
         if (selected[id] && comparedToFloor(id))
             shown[rows[id].unit == "MiB" ? memoryFloor : floorHtml] = true;
     }
+    if (selected[librariesCold] || selected[librariesWarm])
+        shown[floorLibraries] = true;
     const auto wanted = [&shown](std::initializer_list<int> ids) {
         return std::any_of(ids.begin(), ids.end(), [&shown](int id) { return shown[id]; });
     };
@@ -315,6 +339,16 @@ int main(int argc, char** argv) {
         for (const auto& program : {kelmo, floorHost}) {
             if (::access(program.c_str(), X_OK) != 0) {
                 std::fprintf(stderr, "Cannot run %s\n", program.c_str());
+                return 2;
+            }
+        }
+        TemporaryFolder pages;
+        const auto librariesPage = pages.path() / "libraries.html";
+        if (wanted({floorLibraries})) {
+            try {
+                writeFloorPage(librariesJsx, fixtures / "libraries-floor.html", librariesPage);
+            } catch (const std::exception& error) {
+                std::fprintf(stderr, "Cannot make the floor's libraries page: %s\n", error.what());
                 return 2;
             }
         }
@@ -355,6 +389,9 @@ int main(int argc, char** argv) {
                 if (wanted({jsxWarm}))
                     record(rows[jsxWarm], launcher.kelmo(home), run, options.verbose);
             }
+            if (wanted({floorLibraries}))
+                record(rows[floorLibraries], launcher.floorHost(Home{librariesPage}), run,
+                       options.verbose);
             if (wanted({librariesCold, librariesWarm})) {
                 const Home home{librariesJsx};
                 record(rows[librariesCold], launcher.kelmo(home), run, options.verbose);
