@@ -1,5 +1,6 @@
 #include "app/command_line.h"
 #include "app/duskwell_app.h"
+#include "app/head_start.h"
 
 #include <cstdio>
 #include <cstring>
@@ -25,6 +26,12 @@ int main(int argc, char* argv[]) {
         keptArgv.push_back(argument.data());
     keptArgv.push_back(nullptr);
 
-    auto app = kelmo::DuskwellApp::create();
+    kelmo::DuskwellApp::Configuration configuration;
+    kelmo::HeadStart headStart{configuration.applicationId, files.existing};
+    configuration.makeStore = [&headStart] {
+        auto store = headStart.takeStore();
+        return store ? std::move(store) : std::make_unique<kelmo::ArtifactStore>();
+    };
+    auto app = kelmo::DuskwellApp::create(std::move(configuration));
     return app->run(static_cast<int>(kept.size()), keptArgv.data());
 }

@@ -27,6 +27,7 @@ add_library(kelmo_app STATIC
   ${CMAKE_CURRENT_LIST_DIR}/settings_window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/duskwell_app.cpp
   ${CMAKE_CURRENT_LIST_DIR}/command_line.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/head_start.cpp
   ${CMAKE_CURRENT_LIST_DIR}/renderer_choice.cpp
 )
 target_include_directories(kelmo_app PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})

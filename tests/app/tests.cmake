@@ -18,6 +18,7 @@ add_executable(kelmo_app_display_tests
   ${CMAKE_CURRENT_LIST_DIR}/duskwell_app_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/settings_view_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/about_view_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/head_start_test.cpp
 )
 target_link_libraries(kelmo_app_display_tests PRIVATE kelmo_display_test_main kelmo_app
   kelmo_test_support GTest::gtest)

@@ -1,0 +1,109 @@
+#include "app/head_start.h"
+#include "model/uuid.h"
+#include "test_support.h"
+
+#include <giomm/dbusownname.h>
+#include <gtest/gtest.h>
+
+namespace kelmo {
+namespace {
+
+using testing::TemporaryDirectory;
+
+std::string unusedApplicationId() {
+    std::string suffix = Uuid::random().toString();
+    std::erase(suffix, '-');
+    return "org.kelmo.HeadStartTest.A" + suffix;
+}
+
+class HeadStartTest : public ::testing::Test {
+protected:
+    HeadStartTest() {
+        testing::writeFile(downloads() / "older.html", "<p>older</p>", std::chrono::hours{2});
+        testing::writeFile(downloads() / "Newest.jsx", source);
+    }
+
+    std::filesystem::path downloads() const { return home / "Downloads"; }
+
+    HeadStart::Places places() const {
+        HeadStart::Places places;
+        places.store.settingsFile = home / "settings.json";
+        places.store.downloadsDirectory = [this] {
+            return std::optional<std::filesystem::path>{downloads()};
+        };
+        places.compileCache = home / "compiled";
+        return places;
+    }
+
+    const std::string source = "export default function App() { return <p>new</p>; }\n";
+    TemporaryDirectory home;
+};
+
+TEST_F(HeadStartTest, AFirstStartMakesItsStoreAndCompilesTheNewJsxItOpensInto) {
+    HeadStart start{unusedApplicationId(), {}, places()};
+
+    auto store = start.takeStore();
+    ASSERT_TRUE(store);
+    ASSERT_TRUE(store->selectedArtifact());
+    EXPECT_EQ(store->selectedArtifact()->name, "Newest");
+    EXPECT_FALSE(start.takeStore()) << "the store is handed over once";
+
+    ASSERT_TRUE(start.compiler());
+    const auto& cache = *start.compiler()->cache();
+    EXPECT_TRUE(testing::runMainLoopUntil(
+        [&] { return cache.lookup(cache.keyFor(source)).has_value(); }, std::chrono::seconds{60}));
+}
+
+TEST_F(HeadStartTest, AStartCompilesTheLastFileItIsGivenAndNothingForAPage) {
+    const std::string given = "export default () => <p>given</p>;\n";
+    testing::writeFile(home / "elsewhere" / "Given.tsx", given);
+    testing::writeFile(home / "elsewhere" / "page.htm", "<p>page</p>");
+    {
+        HeadStart start{
+            unusedApplicationId(), {(home / "elsewhere" / "Given.tsx").string()}, places()};
+        ASSERT_TRUE(start.compiler());
+        const auto& cache = *start.compiler()->cache();
+        EXPECT_TRUE(
+            testing::runMainLoopUntil([&] { return cache.lookup(cache.keyFor(given)).has_value(); },
+                                      std::chrono::seconds{60}));
+        EXPECT_FALSE(cache.lookup(cache.keyFor(source)));
+    }
+    HeadStart page{unusedApplicationId(), {(home / "elsewhere" / "page.htm").string()}, places()};
+    EXPECT_TRUE(page.takeStore());
+    EXPECT_FALSE(page.compiler()) << "a start that shows a page has nothing to compile";
+}
+
+TEST_F(HeadStartTest, ALaunchWhileKelmoRunsLeavesTheStoreAndTheCompileToIt) {
+    const std::string id = unusedApplicationId();
+    EXPECT_FALSE(isNameOwnedOnSessionBus(id));
+    bool acquired = false;
+    const auto owner = Gio::DBus::own_name(Gio::DBus::BusType::SESSION, id, {},
+                                           [&](auto&&...) { acquired = true; });
+    ASSERT_TRUE(testing::runMainLoopUntil([&] { return acquired; }));
+    EXPECT_TRUE(isNameOwnedOnSessionBus(id));
+
+    HeadStart start{id, {}, places()};
+    EXPECT_FALSE(start.takeStore());
+    EXPECT_FALSE(start.compiler());
+    EXPECT_FALSE(std::filesystem::exists(home / "settings.json"))
+        << "the running Kelmo owns the settings";
+    Gio::DBus::unown_name(owner);
+}
+
+TEST_F(HeadStartTest, TheArtifactCompiledAheadIsTheOneTheStartShows) {
+    ArtifactStore::Environment environment = places().store;
+    ArtifactStore store{environment};
+    const auto relative = std::filesystem::relative(home / "b.jsx");
+    EXPECT_EQ(artifactToCompileAhead(store, {}), downloads() / "Newest.jsx");
+    EXPECT_EQ(artifactToCompileAhead(store, {"a.jsx", relative.string()}),
+              std::filesystem::absolute(relative));
+    EXPECT_EQ(artifactToCompileAhead(store, {"a.jsx", "b.html"}), std::nullopt);
+
+    store.setSelectedArtifact(Artifact::from((downloads() / "older.html").string()));
+    EXPECT_EQ(artifactToCompileAhead(store, {}), std::nullopt);
+    store.setSelectedArtifact(std::nullopt);
+    EXPECT_EQ(artifactToCompileAhead(store, {}), std::nullopt);
+}
+
+} // namespace
+} // namespace kelmo
