@@ -1,11 +1,14 @@
 #include "store/settings_keys.h"
 #include "store_fixture.h"
 
+#include <gmock/gmock.h>
+
 namespace kelmo {
 namespace {
 
 using testing::drainMainLoop;
 using testing::StoreTest;
+using ::testing::UnorderedElementsAre;
 using testing::writeFile;
 
 class ArtifactStoreTest : public StoreTest {
@@ -20,42 +23,33 @@ protected:
     }
 };
 
-TEST_F(ArtifactStoreTest, StartsEmptyInTheLibraryWithTheGuideShowing) {
+TEST_F(ArtifactStoreTest, AddingPutsANewFileFirstSelectedAndRecentAndOnlySelectsAKnownOne) {
     EXPECT_TRUE(store->allArtifacts().empty());
     EXPECT_FALSE(store->selectedArtifact());
     EXPECT_EQ(store->selectedSection(), SidebarItem::library());
     EXPECT_TRUE(store->isShowingOnboarding());
     EXPECT_FALSE(store->isFocusMode());
     EXPECT_FALSE(store->watchedFolderURL());
-}
 
-TEST_F(ArtifactStoreTest, AddingANewFilePutsItFirstSelectedAndRecent) {
     const Artifact a = add("a.jsx");
     const Artifact b = add("b.html");
     EXPECT_EQ(names(store->allArtifacts()), (std::vector<std::string>{"b", "a"}));
     EXPECT_EQ(store->selectedArtifact()->id, b.id);
     EXPECT_EQ(store->recentPaths(), (std::vector<std::string>{b.path(), a.path()}));
     EXPECT_EQ(savedSettings().stringArray(settings_keys::recentPaths), store->recentPaths());
-}
 
-TEST_F(ArtifactStoreTest, AddingAKnownPathSelectsTheExistingRecordAndTouchesNothingElse) {
-    const Artifact a = add("a.jsx");
-    add("b.jsx");
-    const auto recents = store->recentPaths();
     store->addArtifact(a.url);
     EXPECT_EQ(store->selectedArtifact()->id, a.id);
     EXPECT_EQ(names(store->allArtifacts()), (std::vector<std::string>{"b", "a"}));
-    EXPECT_EQ(store->recentPaths(), recents);
-}
+    EXPECT_EQ(store->recentPaths(), (std::vector<std::string>{b.path(), a.path()}));
 
-TEST_F(ArtifactStoreTest, AnyFileIsAcceptedByAddAndTypedByExtension) {
-    const Artifact notes = add("notes.md");
-    EXPECT_EQ(notes.type.kind, ArtifactType::Kind::html);
+    // Any file is accepted and typed by its extension, even one that is missing.
+    EXPECT_EQ(add("notes.md").type.kind, ArtifactType::Kind::html);
     store->addArtifact(root / "missing" / "ghost.tsx");
     EXPECT_EQ(store->selectedArtifact()->type.kind, ArtifactType::Kind::tsx);
 }
 
-TEST_F(ArtifactStoreTest, RecentsKeepTheTwentyNewestAndMoveRepeatsToTheFront) {
+TEST_F(ArtifactStoreTest, RecentsKeepTheTwentyNewestMoveRepeatsToTheFrontAndSkipRemovedFiles) {
     std::vector<Artifact> added;
     for (int i = 0; i < 21; ++i)
         added.push_back(add("f" + std::to_string(i) + ".html"));
@@ -69,49 +63,31 @@ TEST_F(ArtifactStoreTest, RecentsKeepTheTwentyNewestAndMoveRepeatsToTheFront) {
     EXPECT_EQ(
         std::count(store->recentPaths().begin(), store->recentPaths().end(), added[10].path()), 1);
     EXPECT_EQ(savedSettings().stringArray(settings_keys::recentPaths), store->recentPaths());
+
+    // A removed file leaves the recent artifacts but keeps its place for its return.
+    store->removeArtifact(added[10]);
+    EXPECT_EQ(store->recentArtifacts().size(), 19u);
+    EXPECT_EQ(store->recentArtifacts().front().name, "f20");
+    EXPECT_EQ(store->recentPaths().front(), added[10].path());
+    store->addArtifact(added[10].url);
+    EXPECT_EQ(store->recentArtifacts().front().name, "f10");
+    EXPECT_EQ(store->recentArtifacts().at(1).name, "f20");
 }
 
-TEST_F(ArtifactStoreTest, RecentArtifactsSkipMissingFilesButKeepTheirPlace) {
-    const Artifact a = add("a.jsx");
-    const Artifact b = add("b.jsx");
-    store->removeArtifact(b);
-    EXPECT_EQ(names(store->recentArtifacts()), std::vector<std::string>{"a"});
-    EXPECT_EQ(store->recentPaths().front(), b.path());
-
-    store->addArtifact(b.url); // back in the library: back in its old place
-    EXPECT_EQ(names(store->recentArtifacts()), (std::vector<std::string>{"b", "a"}));
-    (void)a;
-}
-
-TEST_F(ArtifactStoreTest, FavouritesToggleSaveAndCountOnlyLibraryRecords) {
-    const Artifact a = add("a.jsx");
-    const Artifact b = add("b.jsx");
-    store->toggleFavorite(a);
-    EXPECT_TRUE(store->isFavorite(a));
-    EXPECT_FALSE(store->isFavorite(b));
-    EXPECT_EQ(store->favoritesCount(), 1u);
-    EXPECT_EQ(savedSettings().stringArray(settings_keys::favoritedPaths),
-              std::vector<std::string>{a.path()});
-
-    store->removeArtifact(a);
-    EXPECT_EQ(store->favoritesCount(), 0u) << "a favourite path without a record does not count";
-    EXPECT_TRUE(store->favoritedPaths().contains(a.path()));
-
-    store->toggleFavorite(b);
-    store->toggleFavorite(b);
-    EXPECT_FALSE(store->isFavorite(b));
-    EXPECT_EQ(savedSettings().stringArray(settings_keys::favoritedPaths),
-              std::vector<std::string>{a.path()});
-}
-
-TEST_F(ArtifactStoreTest, SectionsFilterTheLibraryInItsOwnOrder) {
+TEST_F(ArtifactStoreTest, FavouritesToggleSaveAndCountOnlyLibraryRecordsAndSectionsFilter) {
     const Artifact a = add("a.jsx");
     const Artifact b = add("b.jsx");
     const Artifact c = add("c.jsx");
     store->toggleFavorite(a);
     store->toggleFavorite(c);
     store->markRecent(a);
+    EXPECT_TRUE(store->isFavorite(a));
+    EXPECT_FALSE(store->isFavorite(b));
+    EXPECT_EQ(store->favoritesCount(), 2u);
+    EXPECT_THAT(savedSettings().stringArray(settings_keys::favoritedPaths).value(),
+                UnorderedElementsAre(a.path(), c.path()));
 
+    // Each section in its own order.
     store->setSelectedSection(SidebarItem::favorites());
     EXPECT_EQ(names(store->artifacts()), (std::vector<std::string>{"c", "a"}));
     store->setSelectedSection(SidebarItem::recents());
@@ -120,7 +96,15 @@ TEST_F(ArtifactStoreTest, SectionsFilterTheLibraryInItsOwnOrder) {
     EXPECT_TRUE(store->artifacts().empty()) << "a folder id that no folder has shows nothing";
     store->setSelectedSection(SidebarItem::library());
     EXPECT_EQ(names(store->artifacts()), (std::vector<std::string>{"c", "b", "a"}));
-    (void)b;
+
+    store->removeArtifact(a);
+    EXPECT_EQ(store->favoritesCount(), 1u) << "a favourite path without a record does not count";
+    EXPECT_TRUE(store->favoritedPaths().contains(a.path()));
+    store->toggleFavorite(b);
+    store->toggleFavorite(b);
+    EXPECT_FALSE(store->isFavorite(b));
+    EXPECT_THAT(savedSettings().stringArray(settings_keys::favoritedPaths).value(),
+                UnorderedElementsAre(a.path(), c.path()));
 }
 
 TEST_F(ArtifactStoreTest, RemovingClearsTheSelectionOnlyForTheSelectedRecord) {
@@ -172,16 +156,7 @@ TEST_F(ArtifactStoreTest, OpenFileRunsAPanelAndShowsTheLibrary) {
     EXPECT_EQ(store->selectedSection(), SidebarItem::library());
 }
 
-TEST_F(ArtifactStoreTest, PanelAnswersAfterTheStoreIsGoneDoNothing) {
-    store->openArtifactFile();
-    store->addWatchedFolder();
-    store.reset();
-    panel->answer(root / "a.jsx");
-    panel->answer(root.path());
-    SUCCEED();
-}
-
-TEST_F(ArtifactStoreTest, NotificationsAreAnsweredOnTheMainLoopAfterPosting) {
+TEST_F(ArtifactStoreTest, NotificationsAreAnsweredOnTheMainLoopWhileTheStoreLives) {
     notifications.post(notification_names::openArtifactFile);
     notifications.post(notification_names::openArtifactFile);
     EXPECT_TRUE(panel->pending.empty()) << "posting returns before the store answers";
@@ -200,6 +175,9 @@ TEST_F(ArtifactStoreTest, NotificationsAreAnsweredOnTheMainLoopAfterPosting) {
     store.reset(); // the registration ends with the store
     drainMainLoop();
     EXPECT_EQ(panel->pending.size(), 3u);
+    // Panels answered after the store is gone do nothing.
+    for (const auto& chosen : {root / "a.jsx", root / "b.jsx", root.path()})
+        panel->answer(chosen);
 }
 
 } // namespace

@@ -23,7 +23,7 @@ protected:
     std::vector<std::string> libraryNames() const { return names(store->allArtifacts()); }
 };
 
-TEST_F(FolderScanningTest, ListsDirectSupportedVisibleFilesNewestFirst) {
+TEST_F(FolderScanningTest, ListsAndShowsDirectSupportedVisibleFilesNewestFirst) {
     const auto folder = root / "Projects";
     writeFile(folder / "a.html", "", hours{1});
     writeFile(folder / "b.jsx", "", hours{25});
@@ -39,9 +39,19 @@ TEST_F(FolderScanningTest, ListsDirectSupportedVisibleFilesNewestFirst) {
     EXPECT_EQ(store->selectedArtifact()->name, "dir") << "nothing selected: the newest is";
     EXPECT_EQ(store->selectedSection(), SidebarItem::library()) << "adding does not switch";
     EXPECT_EQ(store->watchedFolderURL(), folder);
+
+    // The folder's section shows only its direct files in library order, even one added
+    // by hand.
+    writeFile(root / "c.jsx", "", hours{2});
+    store->addArtifact(root / "c.jsx");
+    writeFile(folder / "hand.jsx", "", hours{40});
+    store->addArtifact(folder / "hand.jsx");
+    store->setSelectedSection(SidebarItem::folder(watched.id));
+    EXPECT_EQ(names(store->artifacts()),
+              (std::vector<std::string>{"hand", "dir", "a", "b", "PAGE"}));
 }
 
-TEST_F(FolderScanningTest, RescansReplaceRecordsAndResortTheWholeLibrary) {
+TEST_F(FolderScanningTest, RescansFollowNewEntriesNotContentAndResortTheWholeLibrary) {
     const auto folder = root / "Projects";
     writeFile(folder / "new.jsx", "", hours{1});
     writeFile(folder / "older.jsx", "", hours{2});
@@ -59,10 +69,26 @@ TEST_F(FolderScanningTest, RescansReplaceRecordsAndResortTheWholeLibrary) {
     ASSERT_TRUE(runMainLoopUntil([&] { return store->allArtifacts()[1].id != firstIds[1].id; }));
     EXPECT_EQ(libraryNames(), (std::vector<std::string>{"fresh", "new", "older", "ancient"}));
     EXPECT_EQ(store->allArtifacts()[0].id, firstIds[0].id) << "files outside the folder keep ids";
+
+    // A change of content in place causes no rescan; the entry after it causes one.
+    int rescans = 0;
+    Uuid lastId = store->allArtifacts()[1].id;
+    store->signalChanged().connect([&] {
+        if (store->allArtifacts()[1].id != lastId) {
+            lastId = store->allArtifacts()[1].id;
+            ++rescans;
+        }
+    });
+    writeFile(folder / "new.jsx", "changed", hours{1});
+    writeFile(folder / "marker.txt");
+    ASSERT_TRUE(runMainLoopUntil([&] { return rescans > 0; }));
+    testing::drainMainLoop();
+    EXPECT_EQ(rescans, 1);
 }
 
-TEST_F(FolderScanningTest, AFolderIsWatchedOnceAndSavedOnce) {
+TEST_F(FolderScanningTest, AFolderIsWatchedAndSavedOnceAndRemovingItDropsItsFilesAndSection) {
     const auto folder = root / "Projects";
+    writeFile(folder / "a.jsx");
     watch(folder);
     const auto saved = savedSettings().array(settings_keys::watchedFolderBookmarks)->size();
     std::filesystem::remove(settingsFile());
@@ -76,14 +102,11 @@ TEST_F(FolderScanningTest, AFolderIsWatchedOnceAndSavedOnce) {
     store->addWatchedFolder();
     panel->answer(std::nullopt);
     EXPECT_EQ(store->watchedFolders().size(), 1u);
-}
 
-TEST_F(FolderScanningTest, RemovingAFolderDropsItsFilesAndItsSection) {
-    const auto projects = root / "Projects";
+    // Removing a folder drops its files and its section.
     const auto other = root / "Other";
-    writeFile(projects / "a.jsx");
     writeFile(other / "b.jsx");
-    const WatchedFolder first = watch(projects);
+    const WatchedFolder first = store->watchedFolders().front();
     const WatchedFolder second = watch(other);
     const auto selected = store->selectedArtifact();
 
@@ -100,21 +123,7 @@ TEST_F(FolderScanningTest, RemovingAFolderDropsItsFilesAndItsSection) {
     EXPECT_EQ(savedSettings().array(settings_keys::watchedFolderBookmarks)->size(), 0u);
 }
 
-TEST_F(FolderScanningTest, FolderSectionShowsOnlyItsDirectFilesInLibraryOrder) {
-    const auto folder = root / "Projects";
-    writeFile(folder / "a.jsx", "", hours{3});
-    writeFile(folder / "b.jsx", "", hours{1});
-    writeFile(root / "c.jsx", "", hours{2});
-    const WatchedFolder watched = watch(folder);
-    store->addArtifact(root / "c.jsx");
-    writeFile(folder / "hand.jsx", "", hours{9});
-    store->addArtifact(folder / "hand.jsx"); // added by hand but lies in the folder
-
-    store->setSelectedSection(SidebarItem::folder(watched.id));
-    EXPECT_EQ(names(store->artifacts()), (std::vector<std::string>{"hand", "b", "a"}));
-}
-
-TEST_F(FolderScanningTest, WatchingFollowsCreatesDeletesAndRenames) {
+TEST_F(FolderScanningTest, WatchingFollowsCreatesDeletesAndRenamesAndRefillsTheSelection) {
     const auto folder = root / "Watched";
     writeFile(folder / "first.jsx", "", hours{1});
     watch(folder);
@@ -131,36 +140,12 @@ TEST_F(FolderScanningTest, WatchingFollowsCreatesDeletesAndRenames) {
     std::filesystem::remove(folder / "first.jsx");
     ASSERT_TRUE(runMainLoopUntil([&] { return store->allArtifacts().size() == 1; }));
     EXPECT_EQ(libraryNames(), std::vector<std::string>{"renamed"});
-}
 
-TEST_F(FolderScanningTest, ContentChangesInPlaceCauseNoRescan) {
-    const auto folder = root / "Watched";
-    writeFile(folder / "page.html", "one");
-    watch(folder);
-    int rescans = 0;
-    Uuid lastId = store->allArtifacts().front().id;
-    store->signalChanged().connect([&] {
-        if (!store->allArtifacts().empty() && store->allArtifacts().front().id != lastId) {
-            lastId = store->allArtifacts().front().id;
-            ++rescans;
-        }
-    });
-
-    writeFile(folder / "page.html", "two"); // in place: the folder's entries stay as they were
-    writeFile(folder / "marker.txt");       // an entry appears after it: one rescan
-    ASSERT_TRUE(runMainLoopUntil([&] { return rescans > 0; }));
-    testing::drainMainLoop();
-    EXPECT_EQ(rescans, 1);
-}
-
-TEST_F(FolderScanningTest, ClearedSelectionIsRefilledByTheNextRescan) {
-    const auto folder = root / "Watched";
-    writeFile(folder / "a.jsx");
-    watch(folder);
+    // A cleared selection is refilled by the next rescan.
     store->setSelectedArtifact(std::nullopt);
     writeFile(folder / "b.jsx", "", hours{5});
     ASSERT_TRUE(runMainLoopUntil([&] { return store->selectedArtifact().has_value(); }));
-    EXPECT_EQ(store->selectedArtifact()->name, "a");
+    EXPECT_EQ(store->selectedArtifact()->name, "renamed");
 }
 
 TEST_F(FolderScanningTest, DeletingOrRenamingTheFolderEmptiesItButKeepsItListed) {

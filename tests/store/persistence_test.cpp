@@ -1,14 +1,19 @@
 #include "store/folder_bookmark.h"
 #include "store/settings_keys.h"
+#include "store/settings_store.h"
 #include "store_fixture.h"
+#include "test_support.h"
 
 #include <glib.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 namespace kelmo {
 namespace {
 
+using testing::readFile;
 using testing::StoreTest;
+using testing::TemporaryDirectory;
 using testing::writeFile;
 
 Glib::VariantBase folderRecord(const std::string& id, const std::string& name,
@@ -27,6 +32,11 @@ protected:
     void saveBefore(const std::function<void(SettingsStore&)>& write) {
         SettingsStore settings{settingsFile()};
         write(settings);
+    }
+
+    void saveFolders(const std::vector<Glib::VariantBase>& records) {
+        SettingsStore{settingsFile()}.set(settings_keys::watchedFolderBookmarks,
+                                          makeArrayVariant(records));
     }
 
     std::vector<std::string> savedFolderNames() {
@@ -58,7 +68,7 @@ TEST(FolderBookmark, ResolvesWhileTheFolderExists) {
     EXPECT_FALSE(folder_bookmark::resolve({'K', 'E', 'L'}));
 }
 
-TEST_F(PersistenceTest, FavouritesAndRecentsAreRestoredAsSaved) {
+TEST_F(PersistenceTest, FavouritesAndRecentsAreRestoredAsSavedOrDiscardedWhenForeign) {
     std::vector<std::string> recents;
     for (int i = 0; i < 25; ++i)
         recents.push_back("/r/" + std::to_string(i) + ".jsx");
@@ -75,9 +85,9 @@ TEST_F(PersistenceTest, FavouritesAndRecentsAreRestoredAsSaved) {
     writeFile(root / "n.jsx");
     store->addArtifact(root / "n.jsx");
     EXPECT_EQ(store->recentPaths().size(), 20u);
-}
 
-TEST_F(PersistenceTest, AForeignValueAmongFavouritesDiscardsTheList) {
+    // A foreign value among favourites, or recents that are no list, discard the list.
+    store.reset();
     saveBefore([](SettingsStore& s) {
         s.set(settings_keys::favoritedPaths,
               Glib::VariantBase{g_variant_parse(nullptr, "[<'/a.jsx'>, <3>]", 0, 0, 0)});
@@ -88,7 +98,8 @@ TEST_F(PersistenceTest, AForeignValueAmongFavouritesDiscardsTheList) {
     EXPECT_TRUE(store->recentPaths().empty());
 }
 
-TEST_F(PersistenceTest, BadFolderRecordsAreSkippedAndDroppedFromTheSavedList) {
+TEST_F(PersistenceTest,
+       BadFolderRecordsAreDroppedAStrayEntryVoidsTheListAndDownloadsReplacesAllBroken) {
     const auto good = root / "Good";
     const auto other = root / "Other";
     writeFile(good / "a.jsx");
@@ -98,15 +109,11 @@ TEST_F(PersistenceTest, BadFolderRecordsAreSkippedAndDroppedFromTheSavedList) {
     const auto vanishedBookmark = bookmarkOf(vanished);
     std::filesystem::remove(vanished);
     const auto goodId = Uuid::random();
-    saveBefore([&](SettingsStore& s) {
-        s.set(settings_keys::watchedFolderBookmarks,
-              makeArrayVariant({
-                  folderRecord("not-a-uuid", "BadId", bookmarkOf(other)),
-                  folderRecord(Uuid::random().toString(), "BadBookmark",
-                               makeStringVariant(other.native())),
-                  folderRecord(Uuid::random().toString(), "Gone", vanishedBookmark),
-                  folderRecord(goodId.toString(), "Saved Name", bookmarkOf(good)),
-              }));
+    saveFolders({
+        folderRecord("not-a-uuid", "BadId", bookmarkOf(other)),
+        folderRecord(Uuid::random().toString(), "BadBookmark", makeStringVariant(other.native())),
+        folderRecord(Uuid::random().toString(), "Gone", vanishedBookmark),
+        folderRecord(goodId.toString(), "Saved Name", bookmarkOf(good)),
     });
 
     makeStore();
@@ -120,28 +127,19 @@ TEST_F(PersistenceTest, BadFolderRecordsAreSkippedAndDroppedFromTheSavedList) {
     EXPECT_TRUE(store->isWatching(restored));
     EXPECT_EQ(store->selectedSection(), SidebarItem::library());
     EXPECT_EQ(savedFolderNames(), std::vector<std::string>{"Saved Name"});
-}
 
-TEST_F(PersistenceTest, AListWithANonDictionaryIsIgnoredWhole) {
-    const auto good = root / "Good";
-    std::filesystem::create_directories(good);
-    saveBefore([&](SettingsStore& s) {
-        s.set(settings_keys::watchedFolderBookmarks,
-              makeArrayVariant({folderRecord(Uuid::random().toString(), "Good", bookmarkOf(good)),
-                                makeStringVariant("stray")}));
-    });
+    // A list with a non-dictionary is ignored whole, and nothing is re-saved.
+    store.reset();
+    saveFolders({folderRecord(Uuid::random().toString(), "Good", bookmarkOf(good)),
+                 makeStringVariant("stray")});
     makeStore();
     EXPECT_TRUE(store->watchedFolders().empty());
-    EXPECT_EQ(savedSettings().array(settings_keys::watchedFolderBookmarks)->size(), 2u)
-        << "nothing is re-saved";
-}
+    EXPECT_EQ(savedSettings().array(settings_keys::watchedFolderBookmarks)->size(), 2u);
 
-TEST_F(PersistenceTest, WhenEveryRecordFailsDownloadsReplacesTheBrokenList) {
+    // When every record fails, Downloads replaces the broken list.
+    store.reset();
     std::filesystem::create_directories(downloads());
-    saveBefore([&](SettingsStore& s) {
-        s.set(settings_keys::watchedFolderBookmarks,
-              makeArrayVariant({folderRecord("bad", "Broken", makeBytesVariant({1, 2, 3}))}));
-    });
+    saveFolders({folderRecord("bad", "Broken", makeBytesVariant({1, 2, 3}))});
     offerDownloads = true;
     makeStore();
     ASSERT_EQ(store->watchedFolders().size(), 1u);
@@ -149,9 +147,12 @@ TEST_F(PersistenceTest, WhenEveryRecordFailsDownloadsReplacesTheBrokenList) {
     EXPECT_EQ(savedFolderNames(), std::vector<std::string>{"Downloads"});
 }
 
-TEST_F(PersistenceTest, DownloadsIsWatchedOnFirstStartOnlyWhenReadable) {
-    writeFile(downloads() / "page.html");
+TEST_F(PersistenceTest, DownloadsIsWatchedOnFirstStartWhenItExistsAndAgainAfterItsRemoval) {
     offerDownloads = true;
+    makeStore();
+    EXPECT_TRUE(store->watchedFolders().empty()) << "a missing Downloads is skipped";
+
+    writeFile(downloads() / "page.html");
     makeStore();
     ASSERT_EQ(store->watchedFolders().size(), 1u);
     EXPECT_EQ(store->watchedFolders().front().name, "Downloads");
@@ -171,15 +172,12 @@ TEST_F(PersistenceTest, DownloadsIsWatchedOnFirstStartOnlyWhenReadable) {
     EXPECT_NE(store->watchedFolders().front().id, firstId);
 }
 
-TEST_F(PersistenceTest, UnreadableOrMissingDownloadsIsSkipped) {
-    offerDownloads = true;
-    makeStore();
-    EXPECT_TRUE(store->watchedFolders().empty());
-
+TEST_F(PersistenceTest, UnreadableDownloadsIsSkipped) {
     if (::geteuid() == 0)
         GTEST_SKIP() << "root reads every folder";
     std::filesystem::create_directories(downloads());
     ::chmod(downloads().c_str(), 0);
+    offerDownloads = true;
     makeStore();
     EXPECT_TRUE(store->watchedFolders().empty());
 }
@@ -203,6 +201,110 @@ TEST_F(PersistenceTest, ClearingForgetsFoldersAndTheWholeLibraryButKeepsMarks) {
     EXPECT_FALSE(savedSettings().value(settings_keys::watchedFolderBookmarks));
     EXPECT_EQ(savedSettings().stringArray(settings_keys::favoritedPaths)->size(), 1u);
     EXPECT_EQ(savedSettings().stringArray(settings_keys::recentPaths)->size(), 1u);
+}
+
+Glib::VariantBase parse(const char* text) {
+    return Glib::VariantBase{g_variant_parse(nullptr, text, nullptr, nullptr, nullptr)};
+}
+
+std::vector<std::string> filesIn(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+TEST(SettingsStore, AMissingFileIsEmptyAndValuesSurviveARestartInReadableText) {
+    TemporaryDirectory dir;
+    SettingsStore settings{dir / "kelmo" / "settings"};
+    EXPECT_FALSE(settings.stringArray("recentPaths"));
+    EXPECT_FALSE(settings.array("watchedFolderBookmarks"));
+    EXPECT_FALSE(settings.boolValue("hasSeenOnboarding"));
+    EXPECT_FALSE(std::filesystem::exists(dir / "kelmo")) << "reading creates nothing";
+
+    const auto file = dir / "kelmo" / "settings";
+    {
+        SettingsStore settings{file};
+        settings.setStringArray("recentPaths", {"/a/b.jsx", "/c/d é.html"});
+        settings.setBool("hasSeenOnboarding", true);
+        settings.set("blob", makeBytesVariant({0, 1, 255}));
+        settings.set("gone", makeStringVariant("x"));
+        settings.removeObject("gone");
+    }
+    SettingsStore reopened{file};
+    EXPECT_EQ(reopened.stringArray("recentPaths"),
+              (std::vector<std::string>{"/a/b.jsx", "/c/d é.html"}));
+    EXPECT_TRUE(reopened.boolValue("hasSeenOnboarding"));
+    EXPECT_EQ(bytesValue(reopened.value("blob")), (std::vector<std::uint8_t>{0, 1, 255}));
+    EXPECT_FALSE(reopened.value("gone"));
+    EXPECT_NE(readFile(file).find("'recentPaths'"), std::string::npos);
+    EXPECT_EQ(filesIn(dir / "kelmo"), std::vector<std::string>{"settings"})
+        << "an atomic write leaves no temporary file behind";
+}
+
+TEST(SettingsStore, UnparsableFileIsMovedAsideNotLost) {
+    for (const std::string& content : {std::string{"{'recentPaths': <['/a'"},
+                                       std::string{"\xff\xfe not text"}, std::string{"[1, 2]"}}) {
+        TemporaryDirectory dir;
+        const auto file = dir / "settings";
+        writeFile(file, content);
+        SettingsStore settings{file};
+        EXPECT_FALSE(settings.stringArray("recentPaths"));
+
+        const auto names = filesIn(dir.path());
+        ASSERT_EQ(names.size(), 1u);
+        EXPECT_EQ(names[0].rfind("settings.corrupt-", 0), 0u) << names[0];
+        EXPECT_EQ(readFile(dir / names[0]), content);
+
+        settings.setBool("hasSeenOnboarding", true);
+        EXPECT_TRUE(SettingsStore{file}.boolValue("hasSeenOnboarding"));
+    }
+}
+
+TEST(SettingsStore, TypedReadersRejectForeignShapesAndBoolsReadLoosely) {
+    TemporaryDirectory dir;
+    SettingsStore settings{dir / "settings"};
+    settings.set("mixed", parse("[<'/a'>, <3>]"));
+    settings.set("boxedStrings", parse("[<'/a'>, <'/b'>]"));
+    settings.set("number", parse("7"));
+    settings.set("dictionary", parse("{'a': <1>}"));
+    settings.set("emptyList", parse("@as []"));
+
+    EXPECT_FALSE(settings.stringArray("mixed")) << "a number among strings is no string list";
+    EXPECT_EQ(settings.stringArray("boxedStrings"), (std::vector<std::string>{"/a", "/b"}));
+    EXPECT_FALSE(settings.stringArray("number"));
+    EXPECT_FALSE(settings.array("dictionary")) << "a dictionary is not a list";
+    EXPECT_EQ(settings.stringArray("emptyList"), std::vector<std::string>{});
+    EXPECT_EQ(settings.array("mixed")->size(), 2u);
+
+    // A bool reads loosely and defaults to false.
+    const std::pair<const char*, bool> cases[] = {
+        {"true", true},   {"false", false},   {"1", true},        {"0", false},
+        {"2.5", true},    {"'YES'", true},    {"'no'", false},    {"['x']", false},
+        {"<true>", true}, {"int64 0", false}, {"'maybe'", false},
+    };
+    for (const auto& [text, expected] : cases) {
+        settings.set("flag", parse(text));
+        EXPECT_EQ(settings.boolValue("flag"), expected) << text;
+    }
+    EXPECT_FALSE(settings.boolValue("absent"));
+}
+
+TEST(SettingsVariants, DictionaryAndArrayHelpersRoundTrip) {
+    const auto record = makeDictionaryVariant(
+        {{"id", makeStringVariant("X")}, {"bookmark", makeBytesVariant({1, 2})}});
+    const auto entries = dictionaryEntries(record);
+    ASSERT_TRUE(entries);
+    EXPECT_EQ(stringValue(entries->at("id")), "X");
+    EXPECT_EQ(bytesValue(entries->at("bookmark")), (std::vector<std::uint8_t>{1, 2}));
+    EXPECT_FALSE(stringValue(entries->at("bookmark")));
+    EXPECT_FALSE(dictionaryEntries(makeStringVariant("x")));
+
+    const auto list = makeArrayVariant({record, record});
+    EXPECT_STREQ(list.get_type_string().c_str(), "aa{sv}");
+    const auto mixed = makeArrayVariant({record, makeStringVariant("x")});
+    EXPECT_STREQ(mixed.get_type_string().c_str(), "av");
 }
 
 } // namespace

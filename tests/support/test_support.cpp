@@ -4,6 +4,7 @@
 #include <fstream>
 #include <glib.h>
 #include <glibmm/main.h>
+#include <gtest/gtest.h>
 #include <sstream>
 #include <stdexcept>
 #include <sys/stat.h>
@@ -74,6 +75,23 @@ void drainMainLoop() {
     auto context = Glib::MainContext::get_default();
     while (context->pending())
         context->iteration(false);
+}
+
+int runAllTestsInThrowAwayHome(int argc, char** argv, const std::function<void()>& setUp) {
+    gchar* made = g_dir_make_tmp("kelmo-home-XXXXXX", nullptr);
+    const std::string home = made;
+    g_free(made);
+    g_setenv("HOME", home.c_str(), TRUE);
+    g_setenv("XDG_CONFIG_HOME", (home + "/config").c_str(), TRUE);
+    g_setenv("XDG_DATA_HOME", (home + "/data").c_str(), TRUE);
+    g_setenv("XDG_CACHE_HOME", (home + "/cache").c_str(), TRUE);
+    g_setenv("GIO_USE_VFS", "local", TRUE);
+    setUp();
+    ::testing::InitGoogleTest(&argc, argv);
+    const int result = RUN_ALL_TESTS();
+    std::error_code ignored;
+    std::filesystem::remove_all(home, ignored);
+    return result;
 }
 
 } // namespace kelmo::testing

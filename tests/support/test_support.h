@@ -38,4 +38,9 @@ bool runMainLoopUntil(const std::function<bool()>& condition,
 // Runs the main context for everything that is ready now (idle callbacks included).
 void drainMainLoop();
 
+// Points HOME and every XDG directory at a throw-away folder (before GLib reads them, so
+// no test touches the real user's settings, Downloads or caches), then runs `setUp` and
+// every test, and removes the folder.
+int runAllTestsInThrowAwayHome(int argc, char** argv, const std::function<void()>& setUp);
+
 } // namespace kelmo::testing
