@@ -1,5 +1,8 @@
 #include "shell_fixture.h"
 
+#include <algorithm>
+#include <stdexcept>
+
 namespace kelmo::testing {
 namespace {
 
@@ -25,6 +28,33 @@ std::vector<std::string> shownTexts(Gtk::Widget& root) {
     for (auto* label : findAll<Gtk::Label>(root, [](Gtk::Label& l) { return isShown(l); }))
         texts.push_back(label->get_text());
     return texts;
+}
+
+bool showsText(Gtk::Widget& root, const std::string& text) {
+    const auto texts = shownTexts(root);
+    return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
+std::vector<MenuItem> menuItems(GMenuModel* menu) {
+    std::vector<MenuItem> items;
+    for (int index = 0; index < g_menu_model_get_n_items(menu); ++index) {
+        MenuItem& item = items.emplace_back();
+        for (auto [attribute, text] : {std::pair{G_MENU_ATTRIBUTE_LABEL, &item.label},
+                                       std::pair{G_MENU_ATTRIBUTE_ACTION, &item.action}}) {
+            gchar* value = nullptr;
+            if (g_menu_model_get_item_attribute(menu, index, attribute, "s", &value))
+                *text = value;
+            g_free(value);
+        }
+        for (const char* link : {G_MENU_LINK_SUBMENU, G_MENU_LINK_SECTION}) {
+            if (GMenuModel* inner = g_menu_model_get_item_link(menu, index, link)) {
+                const auto more = menuItems(inner);
+                items.insert(items.end(), more.begin(), more.end());
+                g_object_unref(inner);
+            }
+        }
+    }
+    return items;
 }
 
 Gtk::Button* findButton(Gtk::Widget& root, const std::string& text) {
@@ -54,6 +84,13 @@ void ShellTest::show(Gtk::Widget& content) {
     window->present();
     ASSERT_TRUE(runMainLoopUntil([&] { return content.get_mapped(); }));
     drainMainLoop();
+}
+
+const Artifact& ShellTest::artifactNamed(const std::string& name) const {
+    for (const auto& artifact : store->allArtifacts())
+        if (artifact.name == name)
+            return artifact;
+    throw std::runtime_error{"no artifact " + name};
 }
 
 void ShellTest::watchFolder(const std::filesystem::path& folder) {

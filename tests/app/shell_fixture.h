@@ -2,6 +2,7 @@
 
 #include "../store/store_fixture.h"
 
+#include <gio/gio.h>
 #include <gtkmm/button.h>
 #include <gtkmm/label.h>
 #include <gtkmm/widget.h>
@@ -30,8 +31,34 @@ std::vector<T*> findAll(Gtk::Widget& root) {
     return findAll<T>(root, [](T&) { return true; });
 }
 
+// The one widget below the root of the given type that the predicate accepts; a
+// failure when there are several, an exception when there is none.
+template <typename T, typename Predicate>
+T& theOnly(Gtk::Widget& root, Predicate accept) {
+    auto found = findAll<T>(root, accept);
+    EXPECT_EQ(found.size(), 1u);
+    return *found.at(0);
+}
+
+template <typename T>
+T& theOnly(Gtk::Widget& root) {
+    return theOnly<T>(root, [](T&) { return true; });
+}
+
 // The texts of the labels that are on screen (they and their ancestors are visible).
 std::vector<std::string> shownTexts(Gtk::Widget& root);
+
+// Whether a label on screen reads the text.
+bool showsText(Gtk::Widget& root, const std::string& text);
+
+struct MenuItem {
+    std::string label;
+    std::string action;
+};
+
+// Every item of the menu and its submenus and sections, depth first (a section's or a
+// submenu's own item comes first, without a label).
+std::vector<MenuItem> menuItems(GMenuModel* menu);
 
 // The button whose own label, or a label inside it, reads the text; null when none.
 Gtk::Button* findButton(Gtk::Widget& root, const std::string& text);
@@ -53,6 +80,9 @@ protected:
 
     // Adds a watched folder through the store's chooser and waits for its scan.
     void watchFolder(const std::filesystem::path& folder);
+
+    // The store's record of that name; throws when there is none.
+    const Artifact& artifactNamed(const std::string& name) const;
 
     std::unique_ptr<Gtk::Window> window;
 };

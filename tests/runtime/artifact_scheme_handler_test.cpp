@@ -1,3 +1,4 @@
+#include "runtime/artifact_file_scheme_handler.h"
 #include "runtime/artifact_scheme_handler.h"
 #include "test_support.h"
 
@@ -12,6 +13,8 @@ using testing::TemporaryDirectory;
 using testing::writeFile;
 
 constexpr char templateText[] = "<script>const code = {{ARTIFACT_CODE_JSON}};</script>";
+constexpr char page[] = "artifact://player/";
+const SchemeResult doesNotExist{SchemeError::fileDoesNotExist};
 
 class ArtifactSchemeHandlerTest : public ::testing::Test {
 protected:
@@ -19,11 +22,9 @@ protected:
         writeFile(resources / "runtime.html", templateText);
         writeFile(resources / "react.js", "window.React = {};");
         writeFile(resources / "Vendor.JS", "upper");
-        writeFile(resources / "LICENSE", "text");
-        writeFile(resources / "page.htm", "<p>");
-        writeFile(resources / "data.json", "{}");
-        writeFile(resources / "icon.svg", "<svg/>");
         writeFile(resources / "sub" / "nested.js", "nested");
+        for (const char* name : {"LICENSE", "page.htm", "data.json", "icon.svg"})
+            writeFile(resources / name, "x");
     }
 
     SchemeResponse answer(std::string_view url) {
@@ -36,54 +37,39 @@ protected:
         return *response;
     }
 
-    SchemeError failure(std::string_view url) {
-        auto result = handler.resolve(url);
-        auto* error = std::get_if<SchemeError>(&result);
-        if (!error) {
-            ADD_FAILURE() << "unexpected answer for " << url;
-            return SchemeError::badURL;
-        }
-        return *error;
-    }
-
     TemporaryDirectory resources;
     ArtifactSchemeHandler handler{ResourceLocator{resources.path()}};
 };
 
-TEST_F(ArtifactSchemeHandlerTest, PageUrlsServeTheTemplateWithTheCodeEmbedded) {
+TEST_F(ArtifactSchemeHandlerTest, PageUrlsServeTheTemplateReadAfreshWithEveryPlaceholderFilled) {
+    EXPECT_EQ(answer(page).body, "<script>const code = \"\";</script>") << "before any load";
     handler.artifactCode = "let a = 1;";
     const SchemeResponse expected{"<script>const code = \"let a = 1;\";</script>", "text/html"};
-    EXPECT_EQ(answer("artifact://player/"), expected);
-    EXPECT_EQ(answer("artifact://player"), expected);
-    EXPECT_EQ(answer("artifact://player/?reload=1#top"), expected);
-}
+    for (const auto* url : {page, "artifact://player", "artifact://player/?reload=1#top"})
+        EXPECT_EQ(answer(url), expected) << url;
 
-TEST_F(ArtifactSchemeHandlerTest, BeforeAnyLoadThePageEmbedsAnEmptyLiteral) {
-    EXPECT_EQ(answer("artifact://player/").body, "<script>const code = \"\";</script>");
-}
-
-TEST_F(ArtifactSchemeHandlerTest, EveryPlaceholderIsReplacedAndTheTemplateIsReadAfresh) {
     handler.artifactCode = std::string{"x"};
     writeFile(resources / "runtime.html", "{{ARTIFACT_CODE_JSON}}|{{ARTIFACT_CODE_JSON}}");
-    EXPECT_EQ(answer("artifact://player/").body, "\"x\"|\"x\"");
-    writeFile(resources / "runtime.html", "changed {{ARTIFACT_CODE_JSON}}");
-    EXPECT_EQ(answer("artifact://player/").body, "changed \"x\"");
-}
-
-TEST_F(ArtifactSchemeHandlerTest, ACompiledModuleAndItsKeyFillTheirOwnPlaceholdersInOnePass) {
+    EXPECT_EQ(answer(page).body, "\"x\"|\"x\"");
+    // A compiled module and its key fill their own placeholders in one pass: code that
+    // happens to hold a placeholder's text is embedded as it is.
     writeFile(resources / "runtime.html",
               "{{ARTIFACT_CODE_JSON}} {{COMPILED_ARTIFACT_JSON}} {{COMPILE_KEY_JSON}} "
               "{{TAILWIND_STYLES_JSON}}");
-    // Code that happens to hold a placeholder's text is embedded as it is.
     handler.artifactCode = "{{COMPILED_ARTIFACT_JSON}}";
-    EXPECT_EQ(answer("artifact://player/").body, "\"{{COMPILED_ARTIFACT_JSON}}\" null \"\" null");
-
+    EXPECT_EQ(answer(page).body, "\"{{COMPILED_ARTIFACT_JSON}}\" null \"\" null");
     handler.compiledArtifact = R"({"code":"</script>"})";
     handler.compileKey = "abc";
     handler.tailwindStyles = ".p-4{padding:1rem}";
     EXPECT_EQ(
-        answer("artifact://player/").body,
+        answer(page).body,
         R"("{{COMPILED_ARTIFACT_JSON}}" "{\"code\":\"<\/script>\"}" "abc" ".p-4{padding:1rem}")");
+
+    // A template that is not UTF-8, or missing, does not exist.
+    writeFile(resources / "runtime.html", "\xff\xfe<html>");
+    EXPECT_EQ(handler.resolve(page), doesNotExist);
+    std::filesystem::remove(resources / "runtime.html");
+    EXPECT_EQ(handler.resolve(page), doesNotExist);
 }
 
 TEST_F(ArtifactSchemeHandlerTest,
@@ -106,77 +92,110 @@ TEST_F(ArtifactSchemeHandlerTest,
               "window.kelmoCompiledArtifact = \"{\\\"code\\\":\\\"<\\/script>\\\"}\";\n");
 }
 
-TEST_F(ArtifactSchemeHandlerTest, OtherPathsServeTopLevelResourcesByLastComponent) {
+TEST_F(ArtifactSchemeHandlerTest, OtherPathsServeTopLevelResourcesByLastComponentOrDoNotExist) {
     EXPECT_EQ(answer("artifact://player/react.js"),
               (SchemeResponse{"window.React = {};", "application/javascript"}));
     EXPECT_EQ(answer("artifact://player/vendor/lib/react.js?v=2").body, "window.React = {};");
+    EXPECT_EQ(answer("artifact://player/%72eact.js").body, "window.React = {};");
     EXPECT_EQ(answer("artifact://player/runtime.html"),
               (SchemeResponse{templateText, "text/html"}));
     EXPECT_EQ(answer("artifact://player/Vendor.JS"),
               (SchemeResponse{"upper", "application/javascript"}));
-    EXPECT_EQ(answer("artifact://player/%72eact.js").body, "window.React = {};");
+
+    for (const auto* url : {"artifact://other/", "artifact://Player/", "artifact:/player/",
+                            "artifact://player/missing.js", "artifact://player/vendor.js",
+                            "artifact://player/sub/nested.js"})
+        EXPECT_EQ(handler.resolve(url), doesNotExist) << url;
+    EXPECT_EQ(handler.resolve("not a url"), SchemeResult{SchemeError::badURL});
 }
 
-TEST_F(ArtifactSchemeHandlerTest, UnknownHostsAndMissingFilesDoNotExist) {
-    EXPECT_EQ(failure("artifact://other/"), SchemeError::fileDoesNotExist);
-    EXPECT_EQ(failure("artifact://Player/"), SchemeError::fileDoesNotExist);
-    EXPECT_EQ(failure("artifact:/player/"), SchemeError::fileDoesNotExist);
-    EXPECT_EQ(failure("artifact://player/missing.js"), SchemeError::fileDoesNotExist);
-    EXPECT_EQ(failure("artifact://player/vendor.js"), SchemeError::fileDoesNotExist);
-    EXPECT_EQ(failure("artifact://player/sub/nested.js"), SchemeError::fileDoesNotExist);
-    EXPECT_EQ(failure("not a url"), SchemeError::badURL);
-}
-
-TEST_F(ArtifactSchemeHandlerTest, AMissingOrNonUtf8TemplateDoesNotExist) {
-    writeFile(resources / "runtime.html", "\xff\xfe<html>");
-    EXPECT_EQ(failure("artifact://player/"), SchemeError::fileDoesNotExist);
-    std::filesystem::remove(resources / "runtime.html");
-    EXPECT_EQ(failure("artifact://player/"), SchemeError::fileDoesNotExist);
-}
-
-TEST_F(ArtifactSchemeHandlerTest, MimeTypesFollowTheShortTable) {
-    EXPECT_EQ(answer("artifact://player/LICENSE").mimeType, "application/octet-stream");
-    EXPECT_EQ(answer("artifact://player/page.htm").mimeType, "application/octet-stream");
-    EXPECT_EQ(answer("artifact://player/data.json").mimeType, "application/octet-stream");
-    EXPECT_EQ(answer("artifact://player/icon.svg").mimeType, "application/octet-stream");
+TEST_F(ArtifactSchemeHandlerTest,
+       MimeTypesFollowTheShortTableAndHeadersAreExactlyTypeLengthOrigin) {
+    for (const auto* name : {"LICENSE", "page.htm", "data.json", "icon.svg"})
+        EXPECT_EQ(answer(std::string{page} + name).mimeType, "application/octet-stream") << name;
     EXPECT_EQ(ArtifactSchemeHandler::mimeType("CSS"), "text/css");
     EXPECT_EQ(ArtifactSchemeHandler::mimeType("Html"), "text/html");
     EXPECT_EQ(ArtifactSchemeHandler::mimeType(""), "application/octet-stream");
     EXPECT_EQ(ArtifactSchemeHandler::mimeType("png"), "application/octet-stream");
-}
 
-TEST_F(ArtifactSchemeHandlerTest, HeadersAreExactlyTypeLengthAndOrigin) {
     handler.artifactCode = "const greeting = \"héllo ✓\";";
-    const auto page = answer("artifact://player/");
+    const auto shown = answer(page);
     const HeaderFields expected{
         {"Content-Type", "text/html; charset=utf-8"},
-        {"Content-Length", std::to_string(page.body.size())},
+        {"Content-Length", std::to_string(shown.body.size())},
         {"Access-Control-Allow-Origin", "*"},
     };
-    EXPECT_EQ(headerFields(page), expected);
+    EXPECT_EQ(headerFields(shown), expected);
     EXPECT_EQ(headerFields(answer("artifact://player/LICENSE"))[0].second,
               "application/octet-stream; charset=utf-8");
     EXPECT_EQ(headerFields(answer("artifact://player/react.js"))[1].second, "18");
 }
 
-TEST(EscapeForHTMLScript, WritesAJsonStringLiteralWithTheSolidusEscaped) {
-    EXPECT_EQ(ArtifactSchemeHandler::escapeForHTMLScript(""), "\"\"");
-    EXPECT_EQ(ArtifactSchemeHandler::escapeForHTMLScript("</script>"), "\"<\\/script>\"");
-    EXPECT_EQ(ArtifactSchemeHandler::escapeForHTMLScript("<!-- a -->"), "\"<!-- a -->\"");
-    EXPECT_EQ(ArtifactSchemeHandler::escapeForHTMLScript("say \"hi\" \\ 'yo'"),
-              "\"say \\\"hi\\\" \\\\ 'yo'\"");
-    EXPECT_EQ(ArtifactSchemeHandler::escapeForHTMLScript("a\nb\r\tc\b\f"),
-              "\"a\\nb\\r\\tc\\b\\f\"");
-    EXPECT_EQ(ArtifactSchemeHandler::escapeForHTMLScript(std::string{"\x01\x1f\x7f", 3}),
-              "\"\\u0001\\u001f\x7f\"");
-    EXPECT_EQ(ArtifactSchemeHandler::escapeForHTMLScript(std::string{"a\0b", 3}), "\"a\\u0000b\"");
-    EXPECT_EQ(ArtifactSchemeHandler::escapeForHTMLScript("héllo ✓ 🚀 \u2028"),
-              "\"héllo ✓ 🚀 \u2028\"");
+TEST(EscapeForHTMLScript, WritesAJsonStringLiteralWithTheSolidusEscapedAndNothingForBadUtf8) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"", "\"\""},
+        {"</script>", "\"<\\/script>\""},
+        {"<!-- a -->", "\"<!-- a -->\""},
+        {"say \"hi\" \\ 'yo'", "\"say \\\"hi\\\" \\\\ 'yo'\""},
+        {"a\nb\r\tc\b\f", "\"a\\nb\\r\\tc\\b\\f\""},
+        {std::string{"\x01\x1f\x7f", 3}, "\"\\u0001\\u001f\x7f\""},
+        {std::string{"a\0b", 3}, "\"a\\u0000b\""},
+        {"héllo ✓ 🚀 \u2028", "\"héllo ✓ 🚀 \u2028\""},
+        {"ok \xc3", "\"\""},
+        {"\xff", "\"\""},
+    };
+    for (const auto& [text, literal] : cases)
+        EXPECT_EQ(ArtifactSchemeHandler::escapeForHTMLScript(text), literal) << text;
 }
 
-TEST(EscapeForHTMLScript, InvalidUtf8BecomesAnEmptyLiteral) {
-    EXPECT_EQ(ArtifactSchemeHandler::escapeForHTMLScript("ok \xc3"), "\"\"");
-    EXPECT_EQ(ArtifactSchemeHandler::escapeForHTMLScript("\xff"), "\"\"");
+class ArtifactFileSchemeHandlerTest : public ::testing::Test {
+protected:
+    ArtifactFileSchemeHandlerTest() {
+        writeFile(folder / "secret.txt", "outside");
+        writeFile(root / "index.html", "<p>page</p>");
+        writeFile(root / "style.css", "p{}");
+        writeFile(root / "assets" / "my logo.svg", "<svg/>");
+        writeFile(root / "data.bin", "bytes");
+        std::filesystem::create_symlink(folder / "secret.txt", root / "escape.txt");
+        std::filesystem::create_symlink(root / "style.css", root / "alias.css");
+        handler.setRoot(root);
+    }
+
+    std::string body(std::string_view url) {
+        auto result = handler.resolve(url);
+        auto* response = std::get_if<SchemeResponse>(&result);
+        return response ? response->body : "<failed>";
+    }
+
+    TemporaryDirectory folder;
+    std::filesystem::path root = folder / "site";
+    ArtifactFileSchemeHandler handler;
+};
+
+TEST_F(ArtifactFileSchemeHandlerTest, ServesFilesInTheFolderAndBelowAndNothingOutsideIt) {
+    EXPECT_EQ(body(ArtifactFileSchemeHandler::urlFor("index.html")), "<p>page</p>");
+    EXPECT_EQ(body("artifact-file://local/style.css?x=1"), "p{}");
+    EXPECT_EQ(body("artifact-file://local/assets/my%20logo.svg"), "<svg/>");
+    EXPECT_EQ(body("artifact-file://local/./assets//my%20logo.svg"), "<svg/>");
+    EXPECT_EQ(body("artifact-file://local/alias.css"), "p{}");
+
+    for (const auto* url :
+         {"artifact-file://local/../secret.txt", "artifact-file://local/%2e%2e/secret.txt",
+          "artifact-file://local/assets/..%2F..%2Fsecret.txt", "artifact-file://local/escape.txt",
+          "artifact-file://local/", "artifact-file://local/assets",
+          "artifact-file://elsewhere/index.html", "artifact-file://local/missing.html"})
+        EXPECT_EQ(body(url), "<failed>") << url;
+    // Nothing is served before a root is set.
+    EXPECT_EQ(ArtifactFileSchemeHandler{}.resolve("artifact-file://local/index.html"),
+              SchemeResult{SchemeError::fileDoesNotExist});
+}
+
+TEST(ArtifactFileSchemeMimeTypes, TypesCommonWebFiles) {
+    EXPECT_EQ(ArtifactFileSchemeHandler::mimeType("a/page.HTM"), "text/html");
+    EXPECT_EQ(ArtifactFileSchemeHandler::mimeType("app.js"), "text/javascript");
+    EXPECT_EQ(ArtifactFileSchemeHandler::mimeType("data.json"), "application/json");
+    EXPECT_EQ(ArtifactFileSchemeHandler::mimeType("logo.svg"), "image/svg+xml");
+    EXPECT_EQ(ArtifactFileSchemeHandler::mimeType("photo.JPG"), "image/jpeg");
 }
 
 } // namespace

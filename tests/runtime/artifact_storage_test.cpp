@@ -17,7 +17,7 @@ protected:
     ArtifactStorage storage{folder / "storage"};
 };
 
-TEST_F(ArtifactStorageTest, KeepsOwnAndSharedValuesApart) {
+TEST_F(ArtifactStorageTest, KeepsOwnAndSharedValuesApartPerArtifactFileAcrossObjects) {
     storage.setArtifact("/art/a.jsx");
     EXPECT_EQ(storage.get("k", false), std::nullopt);
     storage.set("k", "own", false);
@@ -32,10 +32,8 @@ TEST_F(ArtifactStorageTest, KeepsOwnAndSharedValuesApart) {
     EXPECT_TRUE(storage.remove("k", false));
     EXPECT_FALSE(storage.remove("k", false));
     EXPECT_EQ(storage.get("k", true), "shared");
-}
 
-TEST_F(ArtifactStorageTest, EachArtifactFileHasItsOwnValuesThatOutliveTheObject) {
-    storage.setArtifact("/art/a.jsx");
+    // Each artifact file has values of its own, and they outlive the object.
     storage.set("score", "10", false);
     storage.setArtifact("/art/b.jsx");
     EXPECT_EQ(storage.get("score", false), std::nullopt);

@@ -2,11 +2,14 @@
 #include "test_support.h"
 #include "web_view_fixture.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace kelmo {
 namespace {
 
+using ::testing::AllOf;
+using ::testing::HasSubstr;
 using testing::StandardOutputCapture;
 using testing::TemporaryDirectory;
 using testing::WebViewFixture;
@@ -26,190 +29,30 @@ protected:
     // Writes the code to a file of that name and runs it in the player.
     std::string run(const std::string& fileName, const std::string& code) {
         writeFile(folder / fileName, code);
-        EXPECT_TRUE(host.load(folder / fileName));
-        return host.waitForPlayer();
+        return host.play(folder / fileName);
     }
 
-    std::string panelText() {
-        return host.evaluate("(document.getElementById('kelmo-error') || {}).textContent || ''");
+    // Everything the page logged up to now: the ending of a load is no proof that every
+    // message arrived, so a last one is posted and waited for.
+    std::string logged(const StandardOutputCapture& output) {
+        host.evaluate("console.log('done')");
+        EXPECT_TRUE(output.waitFor("🔵 [JS] done\n"));
+        return output.text();
     }
 
     TemporaryDirectory folder;
     WebViewFixture host;
 };
 
-TEST_F(PlayerPageTest, ExampleComponentsRenderAndRespond) {
-    ASSERT_TRUE(host.load(examples / "counter.jsx"));
-    ASSERT_EQ(host.waitForPlayer(), "rendered");
-    EXPECT_EQ(host.evaluate("document.getElementById('count').textContent"), "0");
+TEST_F(PlayerPageTest, ExampleComponentsRenderRespondAndForwardTheConsoleAsExactLines) {
+    ASSERT_EQ(host.play(examples / "counter.jsx"), "rendered");
+    EXPECT_EQ(host.text("#count"), "0");
     host.evaluate("document.getElementById('increment').click()");
     EXPECT_TRUE(host.waitUntil("document.getElementById('count').textContent === '1'"));
-    EXPECT_EQ(host.loadingReports.front(), true);
-    EXPECT_EQ(host.loadingReports.back(), false);
+    EXPECT_TRUE(host.loadingReports.front());
+    EXPECT_FALSE(host.loadingReports.back());
     EXPECT_TRUE(host.errorMessages.empty());
 
-    ASSERT_TRUE(host.load(examples / "task-board.tsx"));
-    ASSERT_EQ(host.waitForPlayer(), "rendered");
-    EXPECT_EQ(host.evaluate("document.querySelectorAll('.column').length"), "3");
-    EXPECT_EQ(host.evaluate("document.querySelector('[data-status=doing] button').textContent"),
-              "Build the prototype");
-}
-
-TEST_F(PlayerPageTest, ComponentsArriveCompiledAndAreKeptForTheNextStart) {
-    const std::string counter = R"(
-        import { useState } from "react";
-        import { Star } from "lucide-react";
-        export default function App() {
-          const [count, setCount] = useState(0);
-          return <button id="b" className="p-4" onClick={() => setCount(count + 1)}><Star />{count}</button>;
-        })";
-    const auto kept = CompileCache::defaultDirectory();
-    const auto entries = [&] {
-        std::error_code ignored;
-        const auto count = std::distance(std::filesystem::directory_iterator{kept, ignored},
-                                         std::filesystem::directory_iterator{});
-        return static_cast<int>(count);
-    };
-    const int before = entries();
-    // Compiled on the side while the page loaded: the page never loads Babel. The module
-    // and the Tailwind rules of the first frame are kept.
-    ASSERT_EQ(run("kept.jsx", counter), "rendered");
-    EXPECT_EQ(host.evaluate("typeof Babel"), "undefined");
-    EXPECT_TRUE(
-        testing::runMainLoopUntil([&] { return entries() == before + 2; }, testing::pageDeadline));
-
-    // A new view, as after a restart: the kept module runs, imports and all.
-    WebViewFixture again;
-    ASSERT_TRUE(again.load(folder / "kept.jsx"));
-    ASSERT_EQ(again.waitForPlayer(), "rendered");
-    EXPECT_EQ(again.evaluate("typeof Babel"), "undefined");
-    EXPECT_EQ(again.evaluate("document.querySelectorAll('#b svg').length"), "1");
-    // The first frame is styled by the kept rules; Tailwind itself takes over after it.
-    EXPECT_EQ(again.evaluate("getComputedStyle(document.getElementById('b')).paddingTop"), "16px");
-    EXPECT_TRUE(again.waitUntil("document.querySelector('style[data-twind]') !== null && "
-                                "!document.getElementById('kelmo-tailwind-cached')"));
-    EXPECT_EQ(again.evaluate("getComputedStyle(document.getElementById('b')).paddingTop"), "16px");
-    again.evaluate("document.getElementById('b').click()");
-    EXPECT_TRUE(again.waitUntil("document.getElementById('b').textContent === '1'"));
-
-    // Any change to the code is a new module.
-    std::string edited = counter;
-    edited.replace(edited.find("useState(0)"), 11, "useState(7)");
-    ASSERT_EQ(run("kept.jsx", edited), "rendered");
-    EXPECT_EQ(host.evaluate("document.getElementById('b').textContent"), "7");
-    EXPECT_TRUE(
-        testing::runMainLoopUntil([&] { return entries() == before + 4; }, testing::pageDeadline));
-}
-
-TEST_F(PlayerPageTest, TypeScriptSyntaxCompiles) {
-    const auto state = run("typed.tsx", R"(
-        enum Size { Small = 1, Large = 4 }
-        interface Props { label: string; size?: Size }
-        type Pair<T> = [T, T];
-        function first<T>(pair: Pair<T>): T { return pair[0]; }
-        const sizes = [Size.Large, Size.Small] as Pair<Size>;
-        export const App = ({ label, size = first(sizes) }: Props) =>
-            <p id="out">{label}:{size satisfies number}</p>;
-        export default function Shown() { return <App label="big" />; }
-    )");
-    ASSERT_EQ(state, "rendered");
-    EXPECT_EQ(host.evaluate("document.getElementById('out').textContent"), "big:4");
-}
-
-TEST_F(PlayerPageTest, HooksAndEveryImportFormResolveWithoutImportingReact) {
-    const auto state = run("imports.jsx", R"(
-        import { useState, useEffect } from "react";
-        import * as ReactNamespace from "react";
-        import ReactDOM from "react-dom";
-        import { createPortal } from "react-dom";
-        import Client, { createRoot } from "react-dom/client";
-        function helper() { return null; }
-        export function Widget() {
-            const [ticks, setTicks] = useState(0);
-            useEffect(() => { if (ticks < 3) setTicks(ticks + 1); }, [ticks]);
-            const forms = [typeof ReactNamespace.useMemo, typeof ReactDOM.createPortal,
-                typeof createPortal, typeof Client.createRoot, typeof createRoot];
-            return <><b id="ticks">{ticks}</b><i id="forms">{forms.join(",")}</i></>;
-        }
-        export { helper };
-    )");
-    ASSERT_EQ(state, "rendered");
-    EXPECT_TRUE(host.waitUntil("document.getElementById('ticks').textContent === '3'"));
-    EXPECT_EQ(host.evaluate("document.getElementById('forms').textContent"),
-              "function,function,function,function,function");
-}
-
-TEST_F(PlayerPageTest, CodeWithScriptTagsQuotesAndMultiByteTextRunsIntact) {
-    const auto state = run("tricky.jsx", R"JSX(
-        // </script><script>window.injected = true</script> <!-- not a comment -->
-        const markup = "</script><script>window.injected = true</script>";
-        const quoted = 'He said "hi", \'bye\' \\ done';
-        export default () => <div id="out" data-markup={markup}>{quoted} héllo ✓ 🚀 日本</div>;
-    )JSX");
-    ASSERT_EQ(state, "rendered");
-    EXPECT_EQ(host.evaluate("document.getElementById('out').textContent"),
-              "He said \"hi\", 'bye' \\ done héllo ✓ 🚀 日本");
-    EXPECT_EQ(host.evaluate("document.getElementById('out').dataset.markup"),
-              "</script><script>window.injected = true</script>");
-    EXPECT_EQ(host.evaluate("String(window.injected)"), "undefined");
-}
-
-TEST_F(PlayerPageTest, ASyntaxErrorShowsThePanelAndLogsOneErrorLine) {
-    StandardOutputCapture output;
-    const auto state = run("broken.jsx", "const a = 1;\n\nexport default function App() {\n"
-                                         "  return <div>;\n}\n");
-    ASSERT_EQ(state, "error");
-    const auto panel = panelText();
-    EXPECT_NE(panel.find("Compile error"), std::string::npos) << panel;
-    EXPECT_NE(panel.find("Line 4"), std::string::npos) << panel;
-    EXPECT_NE(panel.find("return <div>;"), std::string::npos) << panel;
-    EXPECT_TRUE(host.errorMessages.empty());
-    // The ending of the load is no proof that every message arrived: post a last one.
-    host.evaluate("console.log('done')");
-    ASSERT_TRUE(output.waitFor("🔵 [JS] done\n"));
-    EXPECT_EQ(countOf(output.text(), "❌ [JS]"), 1) << output.text();
-    EXPECT_NE(output.text().find("❌ [JS] Compile error: "), std::string::npos);
-}
-
-TEST_F(PlayerPageTest, RuntimeErrorsShowThePanelAndAreLoggedOnce) {
-    StandardOutputCapture output;
-    ASSERT_EQ(run("throws.jsx", "export default function App() { throw new Error('boom'); }"),
-              "error");
-    EXPECT_NE(panelText().find("Error: boom"), std::string::npos) << panelText();
-
-    run("later.jsx", "export default function App() {\n"
-                     "  setTimeout(() => { throw new RangeError('thrown later'); });\n"
-                     "  Promise.reject(new Error('rejected later'));\n"
-                     "  return <p>shown</p>;\n}\n");
-    EXPECT_TRUE(host.waitUntil("document.querySelectorAll('.kelmo-error__entry').length === 2"));
-    EXPECT_NE(panelText().find("RangeError: thrown later"), std::string::npos) << panelText();
-    EXPECT_NE(panelText().find("Error: rejected later"), std::string::npos) << panelText();
-    EXPECT_EQ(host.evaluate("document.documentElement.dataset.kelmoState"), "error");
-
-    host.evaluate("console.log('done')");
-    ASSERT_TRUE(output.waitFor("🔵 [JS] done\n"));
-    EXPECT_EQ(countOf(output.text(), "boom"), 1) << output.text();
-    EXPECT_EQ(countOf(output.text(), "❌ [JS]"), 3) << output.text();
-}
-
-TEST_F(PlayerPageTest, AnUnknownImportNamesThePackageAndWhatIsAvailable) {
-    StandardOutputCapture output;
-    ASSERT_EQ(run("unknown.jsx", "import { Bell } from 'lucide-react';\n"
-                                 "import chunk from 'left-pad-ultra/chunk';\n"
-                                 "export default () => <p>{chunk([1, 2], 1).length}</p>;\n"),
-              "error");
-    const auto panel = panelText();
-    EXPECT_NE(panel.find("\"left-pad-ultra/chunk\""), std::string::npos) << panel;
-    EXPECT_NE(panel.find("package \"left-pad-ultra\""), std::string::npos) << panel;
-    for (const auto* shipped : {"recharts", "lucide-react", "@/components/ui/{accordion,"})
-        EXPECT_NE(panel.find(shipped), std::string::npos) << shipped;
-    ASSERT_TRUE(output.waitFor("left-pad-ultra/chunk"));
-    EXPECT_NE(output.text().find("❌ [JS] Unknown import: "), std::string::npos);
-}
-
-TEST_F(PlayerPageTest, ConsoleMessagesBecomeExactStandardOutputLines) {
-    ASSERT_TRUE(host.load(examples / "counter.jsx"));
-    ASSERT_EQ(host.waitForPlayer(), "rendered");
     StandardOutputCapture output;
     host.evaluate(R"(
         const post = (body) => window.webkit.messageHandlers.jsConsole.postMessage(body);
@@ -241,28 +84,171 @@ TEST_F(PlayerPageTest, ConsoleMessagesBecomeExactStandardOutputLines) {
                              "⚠️  [JS] list has 3 items\n"
                              "ℹ️  [JS] multi\nline\n"
                              "🔵 [JS] end\n");
+
+    ASSERT_EQ(host.play(examples / "task-board.tsx"), "rendered");
+    EXPECT_EQ(host.evaluate("document.querySelectorAll('.column').length"), "3");
+    EXPECT_EQ(host.text("[data-status=doing] button"), "Build the prototype");
+}
+
+TEST_F(PlayerPageTest, ComponentsArriveCompiledAndAreKeptForTheNextStart) {
+    const std::string counter = R"(
+        import { useState } from "react";
+        import { Star } from "lucide-react";
+        export default function App() {
+          const [count, setCount] = useState(0);
+          return <button id="b" className="p-4" onClick={() => setCount(count + 1)}><Star />{count}</button>;
+        })";
+    const auto kept = CompileCache::defaultDirectory();
+    const auto entries = [&] {
+        std::error_code ignored;
+        const auto count = std::distance(std::filesystem::directory_iterator{kept, ignored},
+                                         std::filesystem::directory_iterator{});
+        return static_cast<int>(count);
+    };
+    const int before = entries();
+    // Compiled on the side while the page loaded: the page never loads Babel. The module
+    // and the Tailwind rules of the first frame are kept.
+    ASSERT_EQ(run("kept.jsx", counter), "rendered");
+    EXPECT_EQ(host.evaluate("typeof Babel"), "undefined");
+    EXPECT_TRUE(
+        testing::runMainLoopUntil([&] { return entries() == before + 2; }, testing::pageDeadline));
+
+    // A new view, as after a restart: the kept module runs, imports and all.
+    WebViewFixture again;
+    ASSERT_EQ(again.play(folder / "kept.jsx"), "rendered");
+    EXPECT_EQ(again.evaluate("typeof Babel"), "undefined");
+    EXPECT_EQ(again.evaluate("document.querySelectorAll('#b svg').length"), "1");
+    // The first frame is styled by the kept rules; Tailwind itself takes over after it.
+    EXPECT_EQ(again.style("#b", "paddingTop"), "16px");
+    EXPECT_TRUE(again.waitUntil("document.querySelector('style[data-twind]') !== null && "
+                                "!document.getElementById('kelmo-tailwind-cached')"));
+    EXPECT_EQ(again.style("#b", "paddingTop"), "16px");
+    again.evaluate("document.getElementById('b').click()");
+    EXPECT_TRUE(again.waitUntil("document.getElementById('b').textContent === '1'"));
+
+    // Any change to the code is a new module.
+    std::string edited = counter;
+    edited.replace(edited.find("useState(0)"), 11, "useState(7)");
+    ASSERT_EQ(run("kept.jsx", edited), "rendered");
+    EXPECT_EQ(host.text("#b"), "7");
+    EXPECT_TRUE(
+        testing::runMainLoopUntil([&] { return entries() == before + 4; }, testing::pageDeadline));
+}
+
+TEST_F(PlayerPageTest, TypeScriptHooksEveryReactImportFormAndTrickyTextRunIntact) {
+    ASSERT_EQ(run("typed.tsx", R"(
+        enum Size { Small = 1, Large = 4 }
+        interface Props { label: string; size?: Size }
+        type Pair<T> = [T, T];
+        function first<T>(pair: Pair<T>): T { return pair[0]; }
+        const sizes = [Size.Large, Size.Small] as Pair<Size>;
+        export const App = ({ label, size = first(sizes) }: Props) =>
+            <p id="out">{label}:{size satisfies number}</p>;
+        export default function Shown() { return <App label="big" />; }
+    )"),
+              "rendered");
+    EXPECT_EQ(host.text("#out"), "big:4");
+
+    // Hooks and React's modules resolve without importing React.
+    ASSERT_EQ(run("imports.jsx", R"(
+        import { useState, useEffect } from "react";
+        import * as ReactNamespace from "react";
+        import ReactDOM from "react-dom";
+        import { createPortal } from "react-dom";
+        import Client, { createRoot } from "react-dom/client";
+        function helper() { return null; }
+        export function Widget() {
+            const [ticks, setTicks] = useState(0);
+            useEffect(() => { if (ticks < 3) setTicks(ticks + 1); }, [ticks]);
+            const forms = [typeof ReactNamespace.useMemo, typeof ReactDOM.createPortal,
+                typeof createPortal, typeof Client.createRoot, typeof createRoot];
+            return <><b id="ticks">{ticks}</b><i id="forms">{forms.join(",")}</i></>;
+        }
+        export { helper };
+    )"),
+              "rendered");
+    EXPECT_TRUE(host.waitUntil("document.getElementById('ticks').textContent === '3'"));
+    EXPECT_EQ(host.text("#forms"), "function,function,function,function,function");
+
+    // Script tags, quotes and multi-byte text in the code.
+    ASSERT_EQ(run("tricky.jsx", R"JSX(
+        // </script><script>window.injected = true</script> <!-- not a comment -->
+        const markup = "</script><script>window.injected = true</script>";
+        const quoted = 'He said "hi", \'bye\' \\ done';
+        export default () => <div id="out" data-markup={markup}>{quoted} héllo ✓ 🚀 日本</div>;
+    )JSX"),
+              "rendered");
+    EXPECT_EQ(host.text("#out"), "He said \"hi\", 'bye' \\ done héllo ✓ 🚀 日本");
+    EXPECT_EQ(host.evaluate("document.getElementById('out').dataset.markup"),
+              "</script><script>window.injected = true</script>");
+    EXPECT_EQ(host.evaluate("String(window.injected)"), "undefined");
+}
+
+TEST_F(PlayerPageTest, CompileRuntimeAndImportErrorsShowThePanelAndAreLoggedOnce) {
+    {
+        StandardOutputCapture output;
+        ASSERT_EQ(run("broken.jsx", "const a = 1;\n\nexport default function App() {\n"
+                                    "  return <div>;\n}\n"),
+                  "error");
+        EXPECT_THAT(host.panelText(), AllOf(HasSubstr("Compile error"), HasSubstr("Line 4"),
+                                            HasSubstr("return <div>;")));
+        EXPECT_TRUE(host.errorMessages.empty());
+        const auto text = logged(output);
+        EXPECT_EQ(countOf(text, "❌ [JS]"), 1) << text;
+        EXPECT_THAT(text, HasSubstr("❌ [JS] Compile error: "));
+    }
+    {
+        StandardOutputCapture output;
+        ASSERT_EQ(run("throws.jsx", "export default function App() { throw new Error('boom'); }"),
+                  "error");
+        EXPECT_THAT(host.panelText(), HasSubstr("Error: boom"));
+        run("later.jsx", "export default function App() {\n"
+                         "  setTimeout(() => { throw new RangeError('thrown later'); });\n"
+                         "  Promise.reject(new Error('rejected later'));\n"
+                         "  return <p>shown</p>;\n}\n");
+        EXPECT_TRUE(
+            host.waitUntil("document.querySelectorAll('.kelmo-error__entry').length === 2"));
+        EXPECT_THAT(host.panelText(), AllOf(HasSubstr("RangeError: thrown later"),
+                                            HasSubstr("Error: rejected later")));
+        EXPECT_EQ(host.evaluate("document.documentElement.dataset.kelmoState"), "error");
+        const auto text = logged(output);
+        EXPECT_EQ(countOf(text, "boom"), 1) << text;
+        EXPECT_EQ(countOf(text, "❌ [JS]"), 3) << text;
+    }
+    // An unknown import names the package and what is available.
+    StandardOutputCapture output;
+    ASSERT_EQ(run("unknown.jsx", "import { Bell } from 'lucide-react';\n"
+                                 "import chunk from 'left-pad-ultra/chunk';\n"
+                                 "export default () => <p>{chunk([1, 2], 1).length}</p>;\n"),
+              "error");
+    EXPECT_THAT(host.panelText(),
+                AllOf(HasSubstr("\"left-pad-ultra/chunk\""),
+                      HasSubstr("package \"left-pad-ultra\""), HasSubstr("recharts"),
+                      HasSubstr("lucide-react"), HasSubstr("@/components/ui/{accordion,")));
+    ASSERT_TRUE(output.waitFor("left-pad-ultra/chunk"));
+    EXPECT_THAT(output.text(), HasSubstr("❌ [JS] Unknown import: "));
 }
 
 class WebViewLoadingTest : public ::testing::Test {
 protected:
+    // Waits until a load the view began has ended.
+    bool loadEnds() {
+        return testing::runMainLoopUntil(
+            [&] { return host.loadingReports.size() >= 2 && !host.loadingReports.back(); },
+            testing::pageDeadline);
+    }
+
     TemporaryDirectory folder;
     WebViewFixture host;
 };
 
-TEST_F(WebViewLoadingTest, ReportsArriveLaterFromTheMainLoop) {
-    host.view().loadIfNeeded(Artifact::from(examples / "counter.jsx"), Uuid::random());
-    EXPECT_TRUE(host.loadingReports.empty());
-    EXPECT_TRUE(testing::runMainLoopUntil([&] { return !host.loadingReports.empty(); }));
-    EXPECT_TRUE(host.loadingReports.front());
-}
-
-TEST_F(WebViewLoadingTest, TheLoadKeyDecidesWhetherToLoad) {
+TEST_F(WebViewLoadingTest, ReportsArriveFromTheMainLoopAndTheLoadKeyDecidesWhetherToLoad) {
     const auto artifact = Artifact::from(examples / "counter.jsx");
     const auto token = Uuid::random();
     host.view().loadIfNeeded(artifact, token);
-    ASSERT_TRUE(testing::runMainLoopUntil(
-        [&] { return host.loadingReports.size() >= 2 && !host.loadingReports.back(); },
-        testing::pageDeadline));
+    EXPECT_TRUE(host.loadingReports.empty());
+    ASSERT_TRUE(loadEnds());
+    EXPECT_TRUE(host.loadingReports.front());
     ASSERT_EQ(host.waitForPlayer(), "rendered");
     host.evaluate("window.marker = 'kept'");
 
@@ -273,43 +259,43 @@ TEST_F(WebViewLoadingTest, TheLoadKeyDecidesWhetherToLoad) {
     EXPECT_EQ(host.evaluate("String(window.marker)"), "kept");
 
     host.view().loadIfNeeded(artifact, Uuid::random());
-    ASSERT_TRUE(testing::runMainLoopUntil(
-        [&] { return host.loadingReports.size() >= 2 && !host.loadingReports.back(); },
-        testing::pageDeadline));
+    ASSERT_TRUE(loadEnds());
     ASSERT_EQ(host.waitForPlayer(), "rendered");
     EXPECT_EQ(host.evaluate("String(window.marker)"), "undefined");
 }
 
-TEST_F(WebViewLoadingTest, AFileThatIsNotUtf8KeepsThePreviousPage) {
-    ASSERT_TRUE(host.load(examples / "counter.jsx"));
-    ASSERT_EQ(host.waitForPlayer(), "rendered");
+TEST_F(WebViewLoadingTest, FailedLoadsReachTheErrorMessageAndANonUtf8FileKeepsThePreviousPage) {
+    ASSERT_TRUE(host.load(folder / "missing.html"));
+    EXPECT_EQ(host.errorMessages, std::vector<std::string>{"File does not exist"});
+    EXPECT_FALSE(host.loadingReports.back());
 
+    ASSERT_EQ(host.play(examples / "counter.jsx"), "rendered");
     writeFile(folder / "latin1.jsx", "export default () => <p>caf\xe9</p>;");
     const auto artifact = Artifact::from(folder / "latin1.jsx");
     ASSERT_TRUE(host.load(artifact));
     EXPECT_EQ(host.errorMessages, std::vector<std::string>{"Could not read file"});
     EXPECT_EQ(host.loadingReports, (std::vector<bool>{true, false}));
-    EXPECT_EQ(host.evaluate("document.getElementById('count').textContent"), "0");
-
+    EXPECT_EQ(host.text("#count"), "0");
     // Fixed on disk, the same artifact loads again with a new token.
     writeFile(folder / "latin1.jsx", "export default () => <p id='fixed'>café</p>;");
     ASSERT_TRUE(host.load(artifact));
     ASSERT_EQ(host.waitForPlayer(), "rendered");
-    EXPECT_EQ(host.evaluate("document.getElementById('fixed').textContent"), "café");
+    EXPECT_EQ(host.text("#fixed"), "café");
+
+    WebViewFixture slow;
+    slow.view().setLoadTimeout(std::chrono::milliseconds{1});
+    ASSERT_TRUE(slow.load(examples / "counter.jsx"));
+    EXPECT_EQ(slow.errorMessages, std::vector<std::string>{"The request timed out."});
+    EXPECT_FALSE(slow.loadingReports.back());
+
+    TemporaryDirectory emptyResources;
+    WebViewFixture withoutTemplate{ResourceLocator{emptyResources.path()}};
+    ASSERT_TRUE(withoutTemplate.load(examples / "counter.jsx"));
+    EXPECT_EQ(withoutTemplate.errorMessages, std::vector<std::string>{"File does not exist"});
+    EXPECT_FALSE(withoutTemplate.loadingReports.back());
 }
 
-TEST_F(WebViewLoadingTest, HtmlPagesForwardTheirConsoleToo) {
-    writeFile(folder / "page.html", R"(<!doctype html><script>
-        console.warn("from %s", "html", 1);
-        console.log("done");
-    </script>)");
-    StandardOutputCapture output;
-    ASSERT_TRUE(host.load(folder / "page.html"));
-    ASSERT_TRUE(output.waitFor("🔵 [JS] done\n"));
-    EXPECT_EQ(output.text(), "⚠️  [JS] from html 1\n🔵 [JS] done\n");
-}
-
-TEST_F(WebViewLoadingTest, HtmlPagesReadTheirFolderAndBelowButNotAbove) {
+TEST_F(WebViewLoadingTest, HtmlPagesForwardTheirConsoleAndReadTheirFolderAndBelowButNotAbove) {
     writeFile(folder / "outside.js", "window.parentScript = true;");
     writeFile(folder / "outside.txt", "parent");
     writeFile(folder / "site" / "style.css", "#probe { width: 123px; }");
@@ -323,6 +309,7 @@ TEST_F(WebViewLoadingTest, HtmlPagesReadTheirFolderAndBelowButNotAbove) {
         <script src="../outside.js"></script>
         <script src=")" + outside + R"(.js"></script>
         <script>
+          console.warn("from %s", "html", 1);
           const text = (url) => fetch(url).then((r) => r.ok ? r.text() : "failed", () => "failed");
           Promise.all([text("data.json"), text("../outside.txt"), text(")" +
                                                   outside + R"(.txt")])
@@ -330,34 +317,18 @@ TEST_F(WebViewLoadingTest, HtmlPagesReadTheirFolderAndBelowButNotAbove) {
               window.results = { sibling: JSON.parse(sibling).from, parent, file,
                 child: window.childScript === true, parentScript: window.parentScript === true,
                 width: getComputedStyle(document.getElementById("probe")).width };
+              console.log("done");
             });
         </script>)");
+    StandardOutputCapture output;
     ASSERT_TRUE(host.load(folder / "site" / "index.html"));
     EXPECT_TRUE(host.errorMessages.empty());
     ASSERT_TRUE(host.waitUntil("window.results"));
     EXPECT_EQ(host.evaluate("JSON.stringify(window.results)"),
               R"({"sibling":"sibling","parent":"failed","file":"failed","child":true,)"
-              R"("parentScript":false,)"
-              R"("width":"123px"})");
-}
-
-TEST_F(WebViewLoadingTest, FailuresReachTheErrorMessage) {
-    ASSERT_TRUE(host.load(folder / "missing.html"));
-    EXPECT_EQ(host.errorMessages, std::vector<std::string>{"File does not exist"});
-    EXPECT_FALSE(host.loadingReports.back());
-
-    TemporaryDirectory emptyResources;
-    WebViewFixture withoutTemplate{ResourceLocator{emptyResources.path()}};
-    ASSERT_TRUE(withoutTemplate.load(examples / "counter.jsx"));
-    EXPECT_EQ(withoutTemplate.errorMessages, std::vector<std::string>{"File does not exist"});
-    EXPECT_FALSE(withoutTemplate.loadingReports.back());
-}
-
-TEST_F(WebViewLoadingTest, APageThatTakesTooLongTimesOut) {
-    host.view().setLoadTimeout(std::chrono::milliseconds{1});
-    ASSERT_TRUE(host.load(examples / "counter.jsx"));
-    EXPECT_EQ(host.errorMessages, std::vector<std::string>{"The request timed out."});
-    EXPECT_FALSE(host.loadingReports.back());
+              R"("parentScript":false,"width":"123px"})");
+    ASSERT_TRUE(output.waitFor("🔵 [JS] done\n"));
+    EXPECT_EQ(output.text(), "⚠️  [JS] from html 1\n🔵 [JS] done\n");
 }
 
 } // namespace

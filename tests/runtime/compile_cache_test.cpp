@@ -28,7 +28,7 @@ TEST_F(CompileCacheTest, KeysFollowBothTheSourceAndTheCompiler) {
               CompileCache(folder / "compiled", "a").keyFor("bc"));
 }
 
-TEST_F(CompileCacheTest, StoredModulesAreFoundOnlyUnderTheirOwnKey) {
+TEST_F(CompileCacheTest, StoredModulesAreFoundOnlyUnderTheirOwnKeyAndUnusableOnesNotAtAll) {
     const auto key = cache.keyFor("a");
     EXPECT_EQ(cache.lookup(key), std::nullopt);
     cache.store(key, R"({"code":"ünïcode"})");
@@ -40,10 +40,8 @@ TEST_F(CompileCacheTest, StoredModulesAreFoundOnlyUnderTheirOwnKey) {
     cache.store("../escape", "x");
     EXPECT_EQ(cache.lookup("../escape"), std::nullopt);
     EXPECT_FALSE(std::filesystem::exists(folder / "escape.compiled"));
-}
 
-TEST_F(CompileCacheTest, UnusableEntriesAndCompilersFindNothing) {
-    const auto key = cache.keyFor("a");
+    // Unusable entries and compilers find nothing.
     writeFile(folder / "compiled" / (key + ".compiled"), "\xff\xfe not text");
     EXPECT_EQ(cache.lookup(key), std::nullopt);
 

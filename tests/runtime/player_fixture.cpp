@@ -1,23 +1,11 @@
 #include "player_fixture.h"
 
+#include "../app/shell_fixture.h"
 #include "library/app_style.h"
 #include "library/symbols.h"
 #include "web_view_fixture.h"
 
 namespace kelmo::testing {
-namespace {
-
-Gtk::Button* findButton(Gtk::Widget& widget, const std::function<bool(Gtk::Button&)>& matches) {
-    if (auto* button = dynamic_cast<Gtk::Button*>(&widget); button && matches(*button))
-        return button;
-    for (auto* child = widget.get_first_child(); child; child = child->get_next_sibling())
-        if (auto* found = findButton(*child, matches))
-            return found;
-    return nullptr;
-}
-
-} // namespace
-
 PlayerFixture::PlayerFixture() {
     ArtifactStore::Environment environment;
     environment.settingsFile = home_ / "settings";
@@ -66,8 +54,9 @@ void PlayerFixture::pickViewport(ViewportMode mode) {
 }
 
 Gtk::Button* PlayerFixture::buttonWithTooltip(const std::string& tooltip) {
-    return findButton(
+    auto found = findAll<Gtk::Button>(
         *player_, [&](Gtk::Button& button) { return button.get_tooltip_text().raw() == tooltip; });
+    return found.empty() ? nullptr : found.front();
 }
 
 } // namespace kelmo::testing

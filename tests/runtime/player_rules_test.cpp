@@ -20,14 +20,11 @@ TEST(ViewportModeTest, RawValuesRoundTripInPickerOrderAndNothingElseIsAMode) {
         EXPECT_EQ(viewportModeFromRawValue(other), std::nullopt) << other;
 }
 
-TEST(CheckerboardTest, CellsRunOnePastTheStageOnBothInclusiveBounds) {
+TEST(CheckerboardTest, CellsRunOnePastTheStageAndNeighboursAlternateBetweenTheTwoTones) {
     EXPECT_EQ(checkerboardCells(100, 50), (CheckerboardCells{7, 4}));
     EXPECT_EQ(checkerboardCells(0, 0), (CheckerboardCells{2, 2}));
     EXPECT_EQ(checkerboardCells(19.9, 20), (CheckerboardCells{2, 3}));
     EXPECT_EQ(checkerboardCells(1100, 700), (CheckerboardCells{57, 37}));
-}
-
-TEST(CheckerboardTest, NeighbouringCellsAlternateBetweenTheTwoTones) {
     EXPECT_EQ(checkerboardColor(0, 0), "#f0e8de");
     EXPECT_EQ(checkerboardColor(0, 1), "#e8dfd4");
     EXPECT_EQ(checkerboardColor(1, 0), "#e8dfd4");

@@ -4,7 +4,6 @@
 add_executable(kelmo_runtime_unit_tests
   ${CMAKE_CURRENT_LIST_DIR}/../support/core_test_main.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_scheme_handler_test.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/artifact_file_scheme_handler_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_storage_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compile_cache_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/player_rules_test.cpp
@@ -22,6 +21,7 @@ add_executable(kelmo_runtime_display_tests
   ${CMAKE_CURRENT_LIST_DIR}/artifact_web_view_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_library_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/player_fixture.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/../app/shell_fixture.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_detail_view_test.cpp
 )
 target_link_libraries(kelmo_runtime_display_tests PRIVATE kelmo_display_test_main kelmo_runtime

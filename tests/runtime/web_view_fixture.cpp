@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <glib.h>
+#include <gtest/gtest.h>
 #include <gtkmm/object.h>
 #include <jsc/jsc.h>
 #include <unistd.h>
@@ -38,36 +39,27 @@ bool WebViewFixture::load(const Artifact& artifact) {
 }
 
 std::string WebViewFixture::evaluate(const std::string& script) {
-    struct Answer {
-        bool done = false;
-        std::string text;
-    };
-    auto answer = std::make_shared<Answer>();
-    auto* pending = new std::shared_ptr<Answer>{answer};
+    // Shared with the callback, which may come after a deadline that passed first.
+    using Answer = std::shared_ptr<std::optional<std::string>>;
+    auto answer = std::make_shared<std::optional<std::string>>();
     webkit_web_view_evaluate_javascript(
         view_->webView(), script.c_str(), -1, nullptr, nullptr, nullptr,
         [](GObject* source, GAsyncResult* result, gpointer data) {
-            std::unique_ptr<std::shared_ptr<Answer>> owner{
-                static_cast<std::shared_ptr<Answer>*>(data)};
-            auto& answer = **owner;
+            std::unique_ptr<Answer> answer{static_cast<Answer*>(data)};
             GError* error = nullptr;
             JSCValue* value =
                 webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(source), result, &error);
-            if (value) {
-                gchar* text = jsc_value_to_string(value);
-                answer.text = text ? text : "";
-                g_free(text);
-                g_object_unref(value);
-            } else {
-                answer.text = std::string{"<exception: "} + (error ? error->message : "") + ">";
-                g_clear_error(&error);
-            }
-            answer.done = true;
+            gchar* text = value ? jsc_value_to_string(value) : nullptr;
+            **answer = value ? std::string{text ? text : ""}
+                             : "<exception: " + std::string{error ? error->message : ""} + ">";
+            g_free(text);
+            g_clear_object(&value);
+            g_clear_error(&error);
         },
-        pending);
-    if (!runMainLoopUntil([&] { return answer->done; }, pageDeadline))
+        new Answer{answer});
+    if (!runMainLoopUntil([&] { return answer->has_value(); }, pageDeadline))
         return "<timeout>";
-    return answer->text;
+    return **answer;
 }
 
 bool WebViewFixture::waitUntil(const std::string& expression) {
@@ -84,6 +76,23 @@ bool WebViewFixture::setViewportWidth(int width) {
     view_->set_size_request(width, -1);
     view_->set_halign(Gtk::Align::START);
     return waitUntil("window.innerWidth === " + std::to_string(width));
+}
+
+std::string WebViewFixture::play(const std::filesystem::path& file) {
+    EXPECT_TRUE(load(file)) << file;
+    return waitForPlayer();
+}
+
+std::string WebViewFixture::text(const std::string& selector) {
+    return evaluate("document.querySelector('" + selector + "').textContent");
+}
+
+std::string WebViewFixture::style(const std::string& selector, const std::string& property) {
+    return evaluate("getComputedStyle(document.querySelector('" + selector + "'))." + property);
+}
+
+std::string WebViewFixture::panelText() {
+    return evaluate("(document.getElementById('kelmo-error') || {}).textContent || ''");
 }
 
 std::string WebViewFixture::waitForPlayer() {

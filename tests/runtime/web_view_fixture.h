@@ -32,6 +32,17 @@ public:
     // when it throws, "<timeout>" when no answer comes).
     std::string evaluate(const std::string& script);
 
+    // Loads the file and waits for the player page: answers as waitForPlayer does.
+    std::string play(const std::filesystem::path& file);
+
+    // The text of the first element the selector matches, and one of its computed
+    // style properties (by its script name, "paddingTop").
+    std::string text(const std::string& selector);
+    std::string style(const std::string& selector, const std::string& property);
+
+    // What the player's error panel reads; empty when it is not shown.
+    std::string panelText();
+
     // Waits until the expression is true in the page.
     bool waitUntil(const std::string& expression);
 
