@@ -16,6 +16,9 @@ TEST_F(AboutViewTest, ShowsTheProductAndTheMakerInAFixedWidthWindow) {
     ASSERT_TRUE(runMainLoopUntil([&] { return about.get_width() > 0; }));
     EXPECT_FALSE(about.get_resizable());
     EXPECT_EQ(about.get_width(), 480);
+    int width = 0, height = 0;
+    about.get_default_size(width, height);
+    EXPECT_EQ(height, 400);
 
     const auto texts = shownTexts(about);
     for (const std::string expected :

@@ -47,17 +47,10 @@ protected:
         return label ? std::string{label->get_text()} : std::string{};
     }
 
-    const Artifact& artifactNamed(const std::string& name) {
-        for (const auto& artifact : store->allArtifacts())
-            if (artifact.name == name)
-                return artifact;
-        throw std::runtime_error{"no artifact " + name};
-    }
-
     RecordingViews recorded;
 };
 
-TEST_F(ContentViewTest, DetailShowsThePlayerWhileAnArtifactIsSelectedAndTheLibraryOtherwise) {
+TEST_F(ContentViewTest, DetailShowsOneKeptPlayerWhileAnArtifactIsSelectedAndTheLibraryOtherwise) {
     auto& store = makeQuietStore();
     ContentView view{store, recorded.views()};
     show(view);
@@ -65,21 +58,9 @@ TEST_F(ContentViewTest, DetailShowsThePlayerWhileAnArtifactIsSelectedAndTheLibra
 
     store.setSelectedArtifact(artifactNamed("first"));
     EXPECT_EQ(detailText(view), "player first");
-
+    Gtk::Widget* player = view.detailView();
     store.setSelectedSection(SidebarItem::favorites());
     EXPECT_EQ(detailText(view), "player first") << "the section alone does not choose the detail";
-
-    store.setSelectedArtifact(std::nullopt);
-    EXPECT_EQ(detailText(view), "library");
-}
-
-TEST_F(ContentViewTest, PlayerIsKeptAcrossArtifactsAndMadeAfreshAfterTheLibrary) {
-    auto& store = makeQuietStore();
-    ContentView view{store, recorded.views()};
-    show(view);
-
-    store.setSelectedArtifact(artifactNamed("first"));
-    Gtk::Widget* player = view.detailView();
     store.setSelectedArtifact(artifactNamed("second"));
     EXPECT_EQ(view.detailView(), player);
     EXPECT_EQ(recorded.playersMade, 1);
@@ -87,6 +68,7 @@ TEST_F(ContentViewTest, PlayerIsKeptAcrossArtifactsAndMadeAfreshAfterTheLibrary)
     EXPECT_EQ(detailText(view), "player second");
 
     store.setSelectedArtifact(std::nullopt);
+    EXPECT_EQ(detailText(view), "library");
     store.setSelectedArtifact(artifactNamed("first"));
     EXPECT_EQ(recorded.playersMade, 2);
     EXPECT_EQ(recorded.librariesMade, 2);
@@ -136,34 +118,28 @@ TEST_F(ContentViewTest, FocusModeHidesTheSidebarAndDraggingTheDividerSwitchesIt)
     EXPECT_EQ(view.get_position(), SidebarView::minimumWidth);
 }
 
-TEST_F(ContentViewTest, GuideIsPresentedOverTheWindowAndItsCloseWritesFalse) {
-    auto& store = makeQuietStore();
-    ContentView view{store, recorded.views()};
-    show(view);
-    store.setSelectedArtifact(artifactNamed("first"));
-    EXPECT_EQ(view.onboardingView(), nullptr);
-
-    store.setIsShowingOnboarding(true);
-    auto* guide = view.onboardingView();
-    ASSERT_NE(guide, nullptr);
-    EXPECT_TRUE(runMainLoopUntil([&] { return guide->get_mapped(); }));
-    EXPECT_TRUE(guide->get_modal());
-    EXPECT_EQ(guide->get_transient_for(), window.get());
-    EXPECT_EQ(detailText(view), "player first") << "the player keeps running beneath";
-
-    guide->close();
-    EXPECT_FALSE(store.isShowingOnboarding());
-    EXPECT_EQ(view.onboardingView(), nullptr);
-    EXPECT_FALSE(store.settings().boolValue(settings_keys::hasSeenOnboarding));
-}
-
-TEST_F(ContentViewTest, GuideAskedForBeforeTheWindowShowsAppearsWithIt) {
+TEST_F(ContentViewTest, GuideIsPresentedModallyOverThePlayerAndItsCloseWritesFalse) {
     auto& store = makeStore();
     ASSERT_TRUE(store.isShowingOnboarding()) << "a first start asks for the guide";
+    store.addArtifact(root / "first.html");
     ContentView view{store, recorded.views()};
     show(view);
-    ASSERT_TRUE(runMainLoopUntil([&] { return view.onboardingView() != nullptr; }));
-    EXPECT_TRUE(runMainLoopUntil([&] { return view.onboardingView()->get_mapped(); }));
+    for (int round = 0; round < 2; ++round) {
+        // Asked for before the window shows, the guide appears with it.
+        ASSERT_TRUE(runMainLoopUntil([&] { return view.onboardingView() != nullptr; }));
+        auto* guide = view.onboardingView();
+        EXPECT_TRUE(runMainLoopUntil([&] { return guide->get_mapped(); }));
+        EXPECT_TRUE(guide->get_modal());
+        EXPECT_EQ(guide->get_transient_for(), window.get());
+        EXPECT_EQ(detailText(view), "player first") << "the player keeps running beneath";
+
+        guide->close();
+        EXPECT_FALSE(store.isShowingOnboarding());
+        EXPECT_EQ(view.onboardingView(), nullptr);
+        EXPECT_FALSE(store.settings().boolValue(settings_keys::hasSeenOnboarding));
+        store.setIsShowingOnboarding(true);
+        EXPECT_NE(view.onboardingView(), nullptr) << "asked for again, the guide is presented";
+    }
 }
 
 } // namespace

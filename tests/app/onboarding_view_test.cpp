@@ -62,7 +62,8 @@ protected:
     std::unique_ptr<OnboardingView> guide;
 };
 
-TEST_F(OnboardingViewTest, PagesFollowBackAndNextWithTheDotOfTheCurrentPage) {
+TEST_F(OnboardingViewTest, PagesFollowBackAndNextAndGetStartedRecordsThatTheGuideWasSeen) {
+    ASSERT_TRUE(store->isShowingOnboarding());
     EXPECT_EQ(guide->currentStep(), 0);
     EXPECT_EQ(pageTitle(), "Welcome to\nKelmo");
     EXPECT_EQ(shownButtons(), std::vector<std::string>{"Next"});
@@ -86,37 +87,28 @@ TEST_F(OnboardingViewTest, PagesFollowBackAndNextWithTheDotOfTheCurrentPage) {
     EXPECT_EQ(pageTitle(), "Run and Preview");
     EXPECT_EQ(shownButtons(), (std::vector<std::string>{"Back", "Get Started"}));
     EXPECT_EQ(dots(), (std::vector<bool>{false, false, false, true}));
-}
 
-TEST_F(OnboardingViewTest, GetStartedClosesTheGuideAndRecordsThatItWasSeen) {
-    ASSERT_TRUE(store->isShowingOnboarding());
-    for (int page = 0; page < 3; ++page)
-        press("Next");
     press("Get Started");
     EXPECT_FALSE(store->isShowingOnboarding());
     EXPECT_TRUE(savedSettings().boolValue(settings_keys::hasSeenOnboarding));
-
-    // The next start does not show the guide again.
     guide.reset();
-    EXPECT_FALSE(makeStore().isShowingOnboarding());
+    EXPECT_FALSE(makeStore().isShowingOnboarding()) << "the next start does not show it again";
 }
 
-TEST_F(OnboardingViewTest, EveryOtherCloseOnlyHidesTheGuide) {
-    press("Next");
-    guide->close();
-    EXPECT_FALSE(store->isShowingOnboarding());
-    EXPECT_FALSE(savedSettings().boolValue(settings_keys::hasSeenOnboarding));
-    guide.reset();
-    EXPECT_TRUE(makeStore().isShowingOnboarding()) << "the next start shows it again";
-}
-
-TEST_F(OnboardingViewTest, GuideIsAFixedSizeModalSheet) {
+TEST_F(OnboardingViewTest, TheGuideIsAFixedSizeModalSheetThatEveryOtherCloseOnlyHides) {
     EXPECT_TRUE(guide->get_modal());
     EXPECT_FALSE(guide->get_resizable());
     EXPECT_EQ(guide->get_transient_for(), parent.get());
     ASSERT_TRUE(runMainLoopUntil([&] { return guide->get_width() > 0; }));
     EXPECT_EQ(guide->get_width(), OnboardingView::width);
     EXPECT_EQ(guide->get_height(), OnboardingView::height);
+
+    press("Next");
+    guide->close();
+    EXPECT_FALSE(store->isShowingOnboarding());
+    EXPECT_FALSE(savedSettings().boolValue(settings_keys::hasSeenOnboarding));
+    guide.reset();
+    EXPECT_TRUE(makeStore().isShowingOnboarding()) << "the next start shows it again";
 }
 
 } // namespace

@@ -48,9 +48,9 @@ protected:
     SettingsView* view = nullptr;
 };
 
-TEST_F(SettingsViewTest, FolderRowFollowsTheFirstWatchedFolder) {
+TEST_F(SettingsViewTest, FolderRowFollowsTheFirstWatchedFolderAndClearAsksFirst) {
     EXPECT_TRUE(showsText("No folder configured"));
-    EXPECT_EQ(findButton(*view, "Change…")->get_mapped(), false);
+    EXPECT_FALSE(findButton(*view, "Change…")->get_mapped());
 
     const auto folder = root / "Prototypes";
     std::filesystem::create_directories(folder);
@@ -65,26 +65,20 @@ TEST_F(SettingsViewTest, FolderRowFollowsTheFirstWatchedFolder) {
     EXPECT_TRUE(findButton(*view, "Clear")->get_mapped());
 
     // With a second folder the row keeps showing the first; "Change…" adds another.
-    const auto second = root / "More";
-    const auto third = root / "Third";
-    std::filesystem::create_directories(second);
-    std::filesystem::create_directories(third);
-    watchFolder(second);
+    std::filesystem::create_directories(root / "More");
+    std::filesystem::create_directories(root / "Third");
+    watchFolder(root / "More");
     EXPECT_TRUE(showsText("Prototypes"));
     EXPECT_FALSE(showsText("More"));
     press("Change…");
-    panel->answer(third);
+    panel->answer(root / "Third");
     ASSERT_TRUE(runMainLoopUntil([&] { return store->watchedFolders().size() == 3; }));
     EXPECT_TRUE(showsText(folder.string()));
-}
 
-TEST_F(SettingsViewTest, ClearAsksFirstAndOnlyClearClears) {
-    std::filesystem::create_directories(root / "Prototypes");
-    watchFolder(root / "Prototypes");
+    // Cancel, and closing the dialog, leave the folders; only Clear clears.
     EXPECT_FALSE(view->showClearConfirm());
-
-    // Cancel, and closing the dialog, leave the folder.
-    for (const auto response : {Gtk::ResponseType::CANCEL, Gtk::ResponseType::DELETE_EVENT}) {
+    for (const auto response :
+         {Gtk::ResponseType::CANCEL, Gtk::ResponseType::DELETE_EVENT, Gtk::ResponseType::ACCEPT}) {
         press("Clear");
         EXPECT_TRUE(view->showClearConfirm());
         auto* dialog = shownDialog();
@@ -107,27 +101,12 @@ TEST_F(SettingsViewTest, ClearAsksFirstAndOnlyClearClears) {
         dialog->response(response);
         EXPECT_FALSE(view->showClearConfirm());
         EXPECT_EQ(shownDialog(), nullptr);
-        EXPECT_EQ(store->watchedFolders().size(), 1u);
+        EXPECT_EQ(store->watchedFolders().size(), response == Gtk::ResponseType::ACCEPT ? 0u : 3u);
     }
-
-    press("Clear");
-    shownDialog()->response(Gtk::ResponseType::ACCEPT);
-    EXPECT_FALSE(view->showClearConfirm());
-    EXPECT_TRUE(store->watchedFolders().empty());
     EXPECT_TRUE(showsText("No folder configured"));
 }
 
-TEST_F(SettingsViewTest, ShowOnboardingAgainRaisesTheGuideWithoutWritingTheFlag) {
-    store->settings().setBool(settings_keys::hasSeenOnboarding, true);
-    store->setIsShowingOnboarding(false);
-    press("Show Onboarding Again");
-    EXPECT_TRUE(store->isShowingOnboarding());
-    EXPECT_TRUE(savedSettings().boolValue(settings_keys::hasSeenOnboarding));
-    press("Show Onboarding Again");
-    EXPECT_TRUE(store->isShowingOnboarding());
-}
-
-TEST_F(SettingsViewTest, RuntimeRowsAreFixedTextsInAFixedSizeWindow) {
+TEST_F(SettingsViewTest, RuntimeRowsAreFixedTextsInAFixedSizeWindowAndTheGuideCanBeShownAgain) {
     const auto shown = texts();
     const std::vector<std::string> runtime{"Runtime",
                                            "Supported formats",
@@ -139,6 +118,15 @@ TEST_F(SettingsViewTest, RuntimeRowsAreFixedTextsInAFixedSizeWindow) {
     EXPECT_NE(std::search(shown.begin(), shown.end(), runtime.begin(), runtime.end()), shown.end());
     EXPECT_TRUE(showsText("Artifacts Folder"));
     EXPECT_TRUE(showsText("Help"));
+
+    // Showing the guide again does not write the flag.
+    store->settings().setBool(settings_keys::hasSeenOnboarding, true);
+    store->setIsShowingOnboarding(false);
+    press("Show Onboarding Again");
+    EXPECT_TRUE(store->isShowingOnboarding());
+    EXPECT_TRUE(savedSettings().boolValue(settings_keys::hasSeenOnboarding));
+    press("Show Onboarding Again");
+    EXPECT_TRUE(store->isShowingOnboarding());
 
     SettingsWindow settings{*store};
     settings.present();

@@ -1,6 +1,8 @@
+#include "app/command_line.h"
 #include "app/onboarding_steps.h"
 #include "app/renderer_choice.h"
 #include "app/sidebar_badges.h"
+#include "test_support.h"
 
 #include <gtest/gtest.h>
 
@@ -10,29 +12,14 @@ namespace {
 using Kind = SidebarItem::Kind;
 
 TEST(SidebarBadges, LibraryAndFoldersFromOneArtifactFavoritesFromOneRecentsNever) {
-    EXPECT_EQ(sidebarBadgeCount(Kind::library, 0), std::nullopt);
-    EXPECT_EQ(sidebarBadgeCount(Kind::library, 1), 1u);
-    EXPECT_EQ(sidebarBadgeCount(Kind::library, 1234), 1234u);
-    EXPECT_EQ(sidebarBadgeCount(Kind::favorites, 0), std::nullopt);
-    EXPECT_EQ(sidebarBadgeCount(Kind::favorites, 2), 2u);
-    EXPECT_EQ(sidebarBadgeCount(Kind::folder, 0), std::nullopt);
-    EXPECT_EQ(sidebarBadgeCount(Kind::folder, 3), 3u);
+    for (const Kind kind : {Kind::library, Kind::favorites, Kind::folder}) {
+        EXPECT_EQ(sidebarBadgeCount(kind, 0), std::nullopt);
+        EXPECT_EQ(sidebarBadgeCount(kind, 1), 1u);
+        EXPECT_EQ(sidebarBadgeCount(kind, 1234), 1234u);
+    }
     EXPECT_EQ(sidebarBadgeCount(Kind::recents, 0), std::nullopt);
     EXPECT_EQ(sidebarBadgeCount(Kind::recents, 20), std::nullopt);
     EXPECT_EQ(badgeText(1234567), "1234567") << "no grouping";
-}
-
-TEST(SidebarBadges, FolderCountsOnlyItsDirectChildrenByExactPath) {
-    const WatchedFolder folder{Uuid::random(), "site", "/home/u/site"};
-    const std::vector<Artifact> artifacts{
-        Artifact::make("/home/u/site/a.html", Clock::now()),
-        Artifact::make("/home/u/site/b.jsx", Clock::now()),
-        Artifact::make("/home/u/site/nested/c.html", Clock::now()),
-        Artifact::make("/home/u/site-2/d.html", Clock::now()),
-        Artifact::make("/home/u/other/site/e.html", Clock::now()),
-    };
-    EXPECT_EQ(folderArtifactCount(folder, artifacts), 2u);
-    EXPECT_EQ(folderArtifactCount(folder, {}), 0u);
 }
 
 TEST(OnboardingGrid, LinesEveryFortyFromTheCornerUpToAndIncludingTheFarEdge) {
@@ -50,6 +37,37 @@ TEST(RendererChoice, OnlyMesaSoftwareRasterisersCountAsSoftware) {
     EXPECT_FALSE(isSoftwareRenderer("Mesa Intel(R) UHD Graphics 620 (KBL GT2)"));
     EXPECT_FALSE(isSoftwareRenderer("AMD Radeon RX 6600 (radeonsi, navi23, LLVM 15.0.6)"));
     EXPECT_FALSE(isSoftwareRenderer(""));
+}
+
+TEST(CommandLine, HelpAndVersionAreAnsweredBeforeAnythingElse) {
+    EXPECT_EQ(informationRequested({"kelmo", "--version"}, "1.2.3"), "Kelmo 1.2.3\n");
+    EXPECT_EQ(informationRequested({"kelmo", "a.jsx", "-v"}, "1.2.3"), "Kelmo 1.2.3\n");
+    const auto help = informationRequested({"kelmo", "-h"}, "1.2.3");
+    ASSERT_TRUE(help);
+    EXPECT_NE(help->find("kelmo [OPTION…] [FILE…]"), std::string::npos);
+    EXPECT_FALSE(informationRequested({"kelmo", "a.jsx"}, "1.2.3"));
+    EXPECT_FALSE(informationRequested({"kelmo", "--", "--version"}, "1.2.3"))
+        << "after -- everything is a file";
+}
+
+TEST(CommandLine, FilesAreTheArgumentsThatAreNotOptions) {
+    EXPECT_EQ(fileArguments({"kelmo", "a.jsx", "--flag", "-x", "b c.html", "-", "--", "-d.tsx"}),
+              (std::vector<std::string>{"a.jsx", "b c.html", "-", "-d.tsx"}));
+    EXPECT_TRUE(fileArguments({"kelmo"}).empty());
+}
+
+TEST(CommandLine, MissingFilesAreSeparatedAndDroppedFromTheCommandLine) {
+    testing::TemporaryDirectory dir;
+    const std::string present = dir / "here.jsx";
+    const std::string absent = dir / "gone.jsx";
+    testing::writeFile(present);
+
+    const auto checked = checkFileArguments({present, absent, ""});
+    EXPECT_EQ(checked.existing, std::vector<std::string>{present});
+    EXPECT_EQ(checked.missing, (std::vector<std::string>{absent, ""}));
+
+    EXPECT_EQ(withoutMissingFiles({"kelmo", "--flag", absent, present}, {absent}),
+              (std::vector<std::string>{"kelmo", "--flag", present}));
 }
 
 } // namespace

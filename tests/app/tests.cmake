@@ -3,7 +3,6 @@
 add_executable(kelmo_app_unit_tests
   ${CMAKE_CURRENT_LIST_DIR}/../support/core_test_main.cpp
   ${CMAKE_CURRENT_LIST_DIR}/shell_rules_test.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/command_line_test.cpp
 )
 target_link_libraries(kelmo_app_unit_tests PRIVATE kelmo_app kelmo_test_support GTest::gtest)
 gtest_add_tests(TARGET kelmo_app_unit_tests TEST_LIST appUnitTests)
@@ -11,7 +10,6 @@ set_tests_properties(${appUnitTests} PROPERTIES LABELS unit)
 
 add_executable(kelmo_app_display_tests
   ${CMAKE_CURRENT_LIST_DIR}/shell_fixture.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/symbols_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/sidebar_view_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/content_view_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/onboarding_view_test.cpp
