@@ -1,9 +1,14 @@
+#include "library/artifact_text.h"
 #include "library/library_rules.h"
+#include "test_support.h"
 
 #include <gtest/gtest.h>
+#include <unicode/locid.h>
 
 namespace kelmo {
 namespace {
+
+using namespace std::chrono;
 
 TEST(AdaptiveColumnCount, AnotherColumnAppearsOnceItFitsAtTwoHundredWithItsGap) {
     EXPECT_EQ(adaptiveColumnCount(0), 1);
@@ -27,7 +32,7 @@ protected:
                            Uuid::random(), Uuid::random(), Uuid::random()};
 };
 
-TEST_F(SpliceToMatch, KeepsCommonEndsAndReplacesOnlyTheMiddle) {
+TEST_F(SpliceToMatch, KeepsCommonEndsAndReplacesOnlyTheMiddleToGiveTheWantedList) {
     EXPECT_TRUE(spliceToMatch(ids({0, 1, 2}), ids({0, 1, 2})).empty());
     // A new file at the front.
     EXPECT_EQ(spliceToMatch(ids({0, 1, 2}), ids({3, 0, 1, 2})), (ListSplice{0, 0, 1}));
@@ -39,9 +44,8 @@ TEST_F(SpliceToMatch, KeepsCommonEndsAndReplacesOnlyTheMiddle) {
     EXPECT_EQ(spliceToMatch(ids({0, 1}), ids({2, 3, 4})), (ListSplice{0, 2, 3}));
     EXPECT_EQ(spliceToMatch(ids({0, 1}), {}), (ListSplice{0, 2, 0}));
     EXPECT_EQ(spliceToMatch({}, ids({0, 1})), (ListSplice{0, 0, 2}));
-}
 
-TEST_F(SpliceToMatch, ApplyingTheSpliceGivesTheWantedList) {
+    // Applied, the splice gives the wanted list, repeats and reversals included.
     const std::vector<std::pair<std::vector<Uuid>, std::vector<Uuid>>> cases{
         {ids({0, 0}), ids({0, 0, 0})},
         {ids({0, 1, 0}), ids({0})},
@@ -56,6 +60,62 @@ TEST_F(SpliceToMatch, ApplyingTheSpliceGivesTheWantedList) {
         result.insert(result.end(), shown.begin() + change.position + change.removed, shown.end());
         EXPECT_EQ(result, wanted);
     }
+}
+
+TEST(FileSizeString, BytesBelowOneKilobyteThenKilobytesWithoutALargerUnitAndZeroWhenGone) {
+    EXPECT_EQ(fileSizeString(0), "0 B");
+    EXPECT_EQ(fileSizeString(512), "512 B");
+    EXPECT_EQ(fileSizeString(1023), "1023 B");
+    EXPECT_EQ(fileSizeString(1024), "1.0 KB");
+    EXPECT_EQ(fileSizeString(1536), "1.5 KB");
+    EXPECT_EQ(fileSizeString(10 * 1024 * 1024), "10240.0 KB");
+    // Read from the file; zero when it is gone.
+    testing::TemporaryDirectory dir;
+    testing::writeFile(dir / "page.html", std::string(1536, 'x'));
+    EXPECT_EQ(fileSizeString(fileSizeOrZero(dir / "page.html")), "1.5 KB");
+    std::filesystem::remove(dir / "page.html");
+    EXPECT_EQ(fileSizeString(fileSizeOrZero(dir / "page.html")), "0 B");
+}
+
+class RelativeDateTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        UErrorCode status = U_ZERO_ERROR;
+        saved_ = icu::Locale::getDefault();
+        icu::Locale::setDefault(icu::Locale::getUS(), status);
+    }
+    void TearDown() override {
+        UErrorCode status = U_ZERO_ERROR;
+        icu::Locale::setDefault(saved_, status);
+    }
+    icu::Locale saved_;
+};
+
+TEST_F(RelativeDateTest, TheLargestDifferingUnitNamesThePastOrFutureInShortStyle) {
+    const auto now = Clock::now();
+    EXPECT_EQ(relativeDateString(now - seconds{5}, now), "5 sec. ago");
+    EXPECT_EQ(relativeDateString(now - minutes{3}, now), "3 min. ago");
+    EXPECT_EQ(relativeDateString(now - hours{3}, now), "3 hr. ago");
+    EXPECT_EQ(relativeDateString(now - hours{49}, now), "2 days ago");
+    EXPECT_EQ(relativeDateString(now - hours{24 * 9}, now), "1 wk. ago");
+    EXPECT_EQ(relativeDateString(now - hours{24 * 800}, now), "2 yr. ago");
+    // The future and the present read forwards.
+    EXPECT_EQ(relativeDateString(now + hours{2} + seconds{1}, now), "in 2 hr.");
+    EXPECT_EQ(relativeDateString(now, now), "in 0 sec.");
+}
+
+TEST_F(RelativeDateTest, FollowsTheUsersLocale) {
+    UErrorCode status = U_ZERO_ERROR;
+    icu::Locale::setDefault(icu::Locale::getGermany(), status);
+    const auto now = Clock::now();
+    EXPECT_EQ(relativeDateString(now - hours{3}, now), "vor 3 Std.");
+}
+
+TEST(FileCountString, SingularOnlyForExactlyOne) {
+    EXPECT_EQ(fileCountString(0), "0 files");
+    EXPECT_EQ(fileCountString(1), "1 file");
+    EXPECT_EQ(fileCountString(2), "2 files");
+    EXPECT_EQ(fileCountString(10000), "10000 files");
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 add_executable(kelmo_library_unit_tests
   ${CMAKE_CURRENT_LIST_DIR}/../support/core_test_main.cpp
   ${CMAKE_CURRENT_LIST_DIR}/color_test.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/artifact_text_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/library_rules_test.cpp
 )
 target_link_libraries(kelmo_library_unit_tests PRIVATE kelmo_palette kelmo_test_support GTest::gtest)
@@ -15,7 +14,6 @@ set_tests_properties(${libraryUnitTests} PROPERTIES LABELS unit)
 
 add_executable(kelmo_library_display_tests
   ${CMAKE_CURRENT_LIST_DIR}/../app/shell_fixture.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/app_style_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/library_view_test.cpp
 )
 target_link_libraries(kelmo_library_display_tests PRIVATE kelmo_display_test_main kelmo_library
