@@ -2,7 +2,6 @@
 
 #include "app/about_window.h"
 #include "app/file_chooser_open_panel.h"
-#include "app/head_start.h"
 #include "app/main_window.h"
 #include "app/renderer_choice.h"
 #include "app/settings_window.h"
@@ -72,19 +71,6 @@ void DuskwellApp::on_startup() {
     if (!panel)
         panel = std::make_shared<FileChooserOpenPanel>([this] { return activeWindowOrMain(); });
     store_->setOpenPanel(std::move(panel));
-    compileSelectedAhead();
-}
-
-// A start whose watched folders hold a new JSX or TSX file opens straight into it:
-// its compile starts now, while the window is built and the web process starts.
-// (A start that made its store before GTK started has its compile running already.)
-void DuskwellApp::compileSelectedAhead() {
-    const auto file = artifactToCompileAhead(*store_, {});
-    if (!file)
-        return;
-    compiler_ = BackgroundCompiler::shared(ResourceLocator::application(),
-                                           CompileCache::defaultDirectory());
-    compiler_->compileAhead(*file);
 }
 
 void DuskwellApp::on_activate() {

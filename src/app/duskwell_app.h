@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/detail_views.h"
-#include "runtime/background_compiler.h"
 #include "store/artifact_store.h"
 #include "store/notification_center.h"
 #include "store/open_panel.h"
@@ -55,7 +54,6 @@ protected:
 
 private:
     void installActions();
-    void compileSelectedAhead();
     Glib::RefPtr<Gio::Menu> makeMenuBar() const;
     void showAbout();
     void showSettings();
@@ -64,7 +62,6 @@ private:
 
     Configuration configuration_;
     std::unique_ptr<ArtifactStore> store_;
-    std::shared_ptr<BackgroundCompiler> compiler_;
     std::unique_ptr<MainWindow> mainWindow_;
     std::unique_ptr<AboutWindow> aboutWindow_;
     std::unique_ptr<SettingsWindow> settingsWindow_;
