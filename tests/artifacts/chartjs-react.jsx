@@ -3,8 +3,8 @@ import { Doughnut } from "react-chartjs-2";
 
 ChartJS.register(ArcElement, Tooltip, Legend);
 
-const data = { labels: ["Rent", "Food", "Fun"], datasets: [{ data: [1200, 400, 150], backgroundColor: ["#6366f1", "#f59e0b", "#ec4899"] }] };
+const data = { labels: ["Rent", "Food"], datasets: [{ data: [1200, 400], backgroundColor: ["#6366f1", "#f59e0b"] }] };
 
 export default function Budget() {
-  return <div className="mx-auto w-72 p-4"><Doughnut data={data} options={{ animation: false }} /></div>;
+  return <div className="w-72"><Doughnut data={data} options={{ animation: false }} /></div>;
 }

@@ -10,45 +10,25 @@ import { Skeleton } from "@/components/ui/skeleton";
 import { MoreHorizontal } from "lucide-react";
 import { cn } from "@/lib/utils";
 
-const invoices = [
-  { id: "INV001", status: "Paid", method: "Card", amount: 250 },
-  { id: "INV002", status: "Pending", method: "PayPal", amount: 150 },
-  { id: "INV003", status: "Unpaid", method: "Transfer", amount: 350 },
-];
+const invoices = [{ id: "INV001", status: "Paid", amount: 250 }, { id: "INV002", status: "Pending", amount: 150 }];
 
 export default function Invoices() {
   const [selected, setSelected] = useState(null);
-  return (
-    <TooltipProvider>
-      <div className="p-6">
-        <div className="mb-4 flex items-center gap-3">
-          <Avatar><AvatarImage src="" alt="" /><AvatarFallback>KL</AvatarFallback></Avatar>
-          <Skeleton className="h-4 w-[200px]" />
-        </div>
-        <ScrollArea className="h-72 rounded-md border">
-          <Table>
-            <TableCaption>Recent invoices</TableCaption>
-            <TableHeader><TableRow><TableHead className="w-[100px]">Invoice</TableHead><TableHead>Status</TableHead><TableHead>Method</TableHead><TableHead className="text-right">Amount</TableHead><TableHead /></TableRow></TableHeader>
-            <TableBody>
-              {invoices.map((inv) => (
-                <TableRow key={inv.id} className={cn(selected === inv.id && "bg-muted")} onClick={() => setSelected(inv.id)}>
-                  <TableCell className="font-medium">{inv.id}</TableCell>
-                  <TableCell><Badge variant={inv.status === "Paid" ? "default" : "outline"}>{inv.status}</Badge></TableCell>
-                  <TableCell>{inv.method}</TableCell>
-                  <TableCell className="text-right">${inv.amount.toFixed(2)}</TableCell>
-                  <TableCell>
-                    <DropdownMenu>
-                      <DropdownMenuTrigger asChild><Button variant="ghost" size="icon"><MoreHorizontal className="h-4 w-4" /></Button></DropdownMenuTrigger>
-                      <DropdownMenuContent align="end"><DropdownMenuLabel>Actions</DropdownMenuLabel><DropdownMenuSeparator /><DropdownMenuItem>Copy ID</DropdownMenuItem></DropdownMenuContent>
-                    </DropdownMenu>
-                  </TableCell>
-                </TableRow>
-              ))}
-            </TableBody>
-          </Table>
-        </ScrollArea>
-        <Tooltip><TooltipTrigger asChild><Button variant="link">Help</Button></TooltipTrigger><TooltipContent>Invoices from the last 30 days</TooltipContent></Tooltip>
-      </div>
-    </TooltipProvider>
-  );
+  return <TooltipProvider>
+    <Avatar><AvatarImage src="" alt="" /><AvatarFallback>KL</AvatarFallback></Avatar><Skeleton className="h-4 w-[200px]" />
+    <ScrollArea className="h-72 rounded-md border"><Table><TableCaption>Recent invoices</TableCaption>
+      <TableHeader><TableRow><TableHead>Invoice</TableHead><TableHead>Status</TableHead><TableHead className="text-right">Amount</TableHead><TableHead /></TableRow></TableHeader>
+      <TableBody>{invoices.map((inv) => (
+        <TableRow key={inv.id} className={cn(selected === inv.id && "bg-muted")} onClick={() => setSelected(inv.id)}>
+          <TableCell>{inv.id}</TableCell><TableCell><Badge variant={inv.status === "Paid" ? "default" : "outline"}>{inv.status}</Badge></TableCell>
+          <TableCell className="text-right">${inv.amount.toFixed(2)}</TableCell>
+          <TableCell><DropdownMenu>
+            <DropdownMenuTrigger asChild><Button variant="ghost" size="icon"><MoreHorizontal className="h-4 w-4" /></Button></DropdownMenuTrigger>
+            <DropdownMenuContent><DropdownMenuLabel>Actions</DropdownMenuLabel><DropdownMenuSeparator /><DropdownMenuItem>Copy ID</DropdownMenuItem></DropdownMenuContent>
+          </DropdownMenu></TableCell>
+        </TableRow>))}
+      </TableBody>
+    </Table></ScrollArea>
+    <Tooltip><TooltipTrigger asChild><Button variant="link">Help</Button></TooltipTrigger><TooltipContent>Last 30 days</TooltipContent></Tooltip>
+  </TooltipProvider>;
 }

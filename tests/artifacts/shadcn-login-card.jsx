@@ -10,35 +10,14 @@ import { AlertCircle, Mail } from 'lucide-react';
 export default function LoginCard() {
   const [email, setEmail] = useState('');
   const [error, setError] = useState(false);
-  return (
-    <div className="flex min-h-screen items-center justify-center bg-slate-100 p-4">
-      <Card className="w-[350px]">
-        <CardHeader>
-          <CardTitle>Sign in</CardTitle>
-          <CardDescription>Enter your email to receive a magic link.</CardDescription>
-        </CardHeader>
-        <CardContent className="space-y-4">
-          {error && (
-            <Alert variant="destructive">
-              <AlertCircle className="h-4 w-4" />
-              <AlertTitle>Error</AlertTitle>
-              <AlertDescription>Please enter a valid email.</AlertDescription>
-            </Alert>
-          )}
-          <div className="space-y-2">
-            <Label htmlFor="email">Email</Label>
-            <Input id="email" type="email" placeholder="m@example.com" value={email} onChange={e => setEmail(e.target.value)} />
-          </div>
-          <div className="flex items-center space-x-2">
-            <Checkbox id="remember" />
-            <Label htmlFor="remember">Remember me</Label>
-          </div>
-        </CardContent>
-        <CardFooter className="flex justify-between">
-          <Button variant="outline">Cancel</Button>
-          <Button id="submit" onClick={() => setError(!email.includes('@'))}><Mail className="mr-2 h-4 w-4" /> Send link</Button>
-        </CardFooter>
-      </Card>
-    </div>
-  );
+  return <Card className="w-[350px]">
+    <CardHeader><CardTitle>Sign in</CardTitle><CardDescription>Enter your email to receive a magic link.</CardDescription></CardHeader>
+    <CardContent className="space-y-4">
+      {error && <Alert variant="destructive"><AlertCircle className="h-4 w-4" /><AlertTitle>Error</AlertTitle><AlertDescription>Please enter a valid email.</AlertDescription></Alert>}
+      <Label htmlFor="email">Email</Label><Input id="email" type="email" value={email} onChange={(e) => setEmail(e.target.value)} />
+      <Checkbox id="remember" /><Label htmlFor="remember">Remember me</Label>
+    </CardContent>
+    <CardFooter className="flex justify-between"><Button variant="outline">Cancel</Button>
+      <Button id="submit" onClick={() => setError(!email.includes('@'))}><Mail className="mr-2 h-4 w-4" /> Send link</Button></CardFooter>
+  </Card>;
 }

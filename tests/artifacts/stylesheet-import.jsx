@@ -3,5 +3,5 @@ import "./App.css";
 import { Sparkles } from "lucide-react";
 
 export default function Styled() {
-  return <p className="flex items-center gap-2 p-6 text-lg"><Sparkles className="text-yellow-500" /> Stylesheet imports are accepted.</p>;
+  return <p><Sparkles className="text-yellow-500" /> Stylesheet imports are accepted.</p>;
 }

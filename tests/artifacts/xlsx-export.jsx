@@ -6,13 +6,6 @@ export default function SheetTool() {
   const sheet = XLSX.utils.json_to_sheet(rows);
   const book = XLSX.utils.book_new();
   XLSX.utils.book_append_sheet(book, sheet, "Prices");
-  const csv = XLSX.utils.sheet_to_csv(sheet);
   const bytes = XLSX.write(book, { type: "array", bookType: "xlsx" });
-  const back = XLSX.read(bytes, { type: "array" });
-  return (
-    <div className="p-6">
-      <pre className="rounded bg-gray-100 p-3">{csv}</pre>
-      <p>Workbook sheets: {back.SheetNames.join(", ")} ({bytes.byteLength} bytes)</p>
-    </div>
-  );
+  return <pre>{XLSX.utils.sheet_to_csv(sheet)} · sheets: {XLSX.read(bytes, { type: "array" }).SheetNames.join(", ")}</pre>;
 }
