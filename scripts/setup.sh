@@ -12,7 +12,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth imagemagick dbus-x11 at-spi2-core xdotool
   clang-format desktop-file-utils appstream shared-mime-info
-  fonts-dejavu-core adwaita-icon-theme
+  fonts-dejavu-core adwaita-icon-theme libgtk-4-bin librsvg2-bin librsvg2-common
   nodejs
 )
 

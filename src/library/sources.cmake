@@ -9,19 +9,7 @@ add_library(kelmo_palette STATIC
 )
 target_link_libraries(kelmo_palette PUBLIC kelmo_core PkgConfig::ICU)
 
-set(KELMO_ICONS_DIR ${CMAKE_CURRENT_LIST_DIR}/icons)
-configure_file(${KELMO_ICONS_DIR}/kelmo-icons.gresource.xml.in
-  ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.gresource.xml @ONLY)
-file(GLOB KELMO_ICON_FILES CONFIGURE_DEPENDS ${KELMO_ICONS_DIR}/*.svg)
-find_program(GLIB_COMPILE_RESOURCES glib-compile-resources REQUIRED)
-add_custom_command(
-  OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.c
-  COMMAND ${GLIB_COMPILE_RESOURCES} --generate-source --manual-register --c-name kelmo_icons
-    --sourcedir=${KELMO_ICONS_DIR} --sourcedir=${PROJECT_SOURCE_DIR}/resources
-    --target=${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.c
-    ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.gresource.xml
-  DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.gresource.xml ${KELMO_ICON_FILES}
-    ${PROJECT_SOURCE_DIR}/resources/AppLogo.svg)
+include(${CMAKE_CURRENT_LIST_DIR}/icons/icons.cmake)
 
 add_library(kelmo_library STATIC
   ${CMAKE_CURRENT_LIST_DIR}/app_style.cpp

@@ -7,13 +7,13 @@
 namespace kelmo {
 
 // The icon for a symbol name of the design (its SF Symbols names, such as
-// "square.grid.2x2" or "star.fill"): an Adwaita symbolic icon where the theme has a
-// fitting one, otherwise one of our own symbolic icons. Unknown names give
+// "square.grid.2x2" or "star.fill"): one of the symbolic icons bundled with the
+// application, our own or a copy of a fitting Adwaita one. Unknown names give
 // "image-missing".
 std::string symbolIconName(std::string_view symbol);
 
-// Adds our own icons (the symbolic icons and the application icon) to the display's
-// icon theme. Safe to call more than once.
+// Adds the bundled icons (the symbolic icons and the application icon) to the
+// display's icon theme. Safe to call more than once.
 void installSymbolIcons(const Glib::RefPtr<Gdk::Display>& display);
 
 } // namespace kelmo

@@ -175,7 +175,15 @@ TEST_F(SidebarViewTest, FooterShowsTheGuideAndOpensAbout) {
     EXPECT_EQ(aboutOpened, 1);
 }
 
-TEST(SymbolIcons, EverySymbolOfTheShellHasAnIconInTheTheme) {
+// Every icon comes from the PNG bundle: an SVG one would load the SVG decoder at start.
+bool isBundledPng(const Glib::RefPtr<Gtk::IconTheme>& theme, const std::string& icon, int size) {
+    const auto paintable = theme->lookup_icon(icon, size);
+    const auto file = paintable ? paintable->get_file() : Glib::RefPtr<Gio::File>();
+    const std::string uri = file ? file->get_uri() : "";
+    return uri.starts_with("resource:///org/kelmo/Kelmo/icons/") && uri.ends_with(".png");
+}
+
+TEST(SymbolIcons, EverySymbolOfTheShellHasABundledIcon) {
     const auto display = Gdk::Display::get_default();
     installSymbolIcons(display);
     installSymbolIcons(display);
@@ -187,11 +195,14 @@ TEST(SymbolIcons, EverySymbolOfTheShellHasAnIconInTheTheme) {
           "folder.badge.plus", "play.rectangle"}) {
         const std::string icon = symbolIconName(symbol);
         EXPECT_NE(icon, "image-missing") << symbol;
-        EXPECT_TRUE(theme->has_icon(icon)) << symbol << " -> " << icon;
+        EXPECT_TRUE(isBundledPng(theme, icon, 16)) << symbol << " -> " << icon;
     }
+    EXPECT_TRUE(isBundledPng(theme, symbolIconName("checkmark"), 38));
+    EXPECT_TRUE(isBundledPng(theme, "kelmo-process-working-symbolic", 16)) << "the spinner";
     EXPECT_NE(symbolIconName("star"), symbolIconName("star.fill"));
     EXPECT_EQ(symbolIconName("no.such.symbol"), "image-missing");
-    EXPECT_TRUE(theme->has_icon(KELMO_APP_ID)) << "the logo is the application icon";
+    EXPECT_TRUE(isBundledPng(theme, KELMO_APP_ID, 28)) << "the logo is the application icon";
+    EXPECT_TRUE(isBundledPng(theme, KELMO_APP_ID, 144));
 }
 
 } // namespace
