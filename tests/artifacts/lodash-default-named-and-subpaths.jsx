@@ -1,8 +1,9 @@
 import { useState, useCallback, useEffect } from "react";
+import _, { chunk, uniq, range } from "lodash";
 import debounce from "lodash/debounce";
 import throttle from "lodash/throttle";
-import { chunk, uniq, range } from "lodash";
-import shuffle from "lodash/shuffle";
+
+const people = [{ name: "Ada", team: "core" }, { name: "Ken", team: "kernel" }, { name: "Grace", team: "core" }];
 
 export default function SearchBox() {
   const [echo, setEcho] = useState("");
@@ -10,6 +11,6 @@ export default function SearchBox() {
   useEffect(() => () => update.cancel(), [update]);
   return <div onScroll={throttle(() => {}, 100)}>
     <input onChange={(e) => update(e.target.value)} /> Echo: {echo}
-    <p>{chunk(range(6), 2).join(" ")} · {uniq([1, 1, 2]).length} · {shuffle([1, 2, 3]).length}</p>
+    <p>{chunk(range(6), 2).join(" ")} · {uniq([1, 1, 2]).length} · {_.map(_.groupBy(people, "team"), _.size).join("/")}</p>
   </div>;
 }

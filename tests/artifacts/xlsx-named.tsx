@@ -1,7 +1,0 @@
-import { utils, read } from "xlsx";
-
-export default function Parsed() {
-  const book = read("a,b\n1,2\n3,4", { type: "string" });
-  const json = utils.sheet_to_json<Record<string, number>>(book.Sheets[book.SheetNames[0]]);
-  return <ul className="p-6">{json.map((row, i) => <li key={i}>{row.a} + {row.b} = {row.a + row.b}</li>)}</ul>;
-}
