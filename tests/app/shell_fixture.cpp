@@ -69,6 +69,12 @@ Gtk::Button* findButton(Gtk::Widget& root, const std::string& text) {
     return buttons.empty() ? nullptr : buttons.front();
 }
 
+void press(Gtk::Widget& root, const std::string& text) {
+    auto* button = findButton(root, text);
+    ASSERT_TRUE(button && isShown(*button)) << text;
+    click(*button);
+}
+
 void ShellTest::TearDown() {
     if (window) {
         window->unset_child();

@@ -66,6 +66,9 @@ Gtk::Button* findButton(Gtk::Widget& root, const std::string& text);
 // Clicks the button as the pointer would.
 void click(Gtk::Button& button);
 
+// Clicks the button that findButton finds for the text, which must be on screen.
+void press(Gtk::Widget& root, const std::string& text);
+
 // Whether the widget and all its ancestors are visible.
 bool isShown(Gtk::Widget& widget);
 

@@ -3,14 +3,11 @@
 #include "shell_fixture.h"
 
 #include <giomm/simpleactiongroup.h>
-#include <gmock/gmock.h>
 #include <gtkmm/icontheme.h>
 #include <gtkmm/text.h>
 
 namespace kelmo::testing {
 namespace {
-
-using ::testing::IsSupersetOf;
 
 class SidebarViewTest : public ShellTest {
 protected:
@@ -46,19 +43,11 @@ TEST_F(SidebarViewTest, EmptyLibraryShowsNoBadgesAndAFoldersHeadingWhoseButtonRu
     auto& sidebar = showSidebar();
     for (const auto* title : {"Library", "Recents", "Favorites"})
         EXPECT_EQ(badgeOf(row(sidebar, title)), std::nullopt) << title;
-    const auto texts = shownTexts(sidebar);
-    const auto folders = std::find(texts.begin(), texts.end(), "FOLDERS");
-    ASSERT_NE(folders, texts.end());
-    EXPECT_EQ(*(folders + 1), "Add Folder...");
-    EXPECT_THAT(texts, IsSupersetOf({"Kelmo", KELMO_MAKER_NAME}));
+    EXPECT_TRUE(showsText(sidebar, "FOLDERS"));
 
-    auto* add = findButton(sidebar, "Add Folder...");
-    ASSERT_NE(add, nullptr);
-    click(*add);
+    press(sidebar, "Add Folder...");
     ASSERT_EQ(panel->pending.size(), 1u);
     EXPECT_TRUE(panel->pending.front().request.canChooseDirectories);
-    panel->answer(std::nullopt);
-    EXPECT_TRUE(store->watchedFolders().empty());
 }
 
 TEST_F(SidebarViewTest, CountsFollowTheStoreAndChoosingARowSelectsItsSectionAndTheLibrary) {
@@ -69,7 +58,6 @@ TEST_F(SidebarViewTest, CountsFollowTheStoreAndChoosingARowSelectsItsSectionAndT
     watchFolder(root / "work");
     EXPECT_EQ(badgeOf(row(sidebar, "Library")), "2");
     EXPECT_EQ(badgeOf(row(sidebar, "work")), "2");
-    EXPECT_EQ(badgeOf(row(sidebar, "Favorites")), std::nullopt);
 
     // Files outside every folder count towards the library but not the folder.
     store->addArtifact(root / "nested-elsewhere.tsx");
@@ -78,7 +66,6 @@ TEST_F(SidebarViewTest, CountsFollowTheStoreAndChoosingARowSelectsItsSectionAndT
     drainMainLoop();
     EXPECT_EQ(badgeOf(row(sidebar, "Library")), "3");
     EXPECT_EQ(badgeOf(row(sidebar, "work")), "2");
-    EXPECT_EQ(badgeOf(row(sidebar, "Recents")), std::nullopt);
     EXPECT_EQ(badgeOf(row(sidebar, "Favorites")), "1");
 
     click(row(sidebar, "Favorites"));
@@ -131,7 +118,6 @@ TEST_F(SidebarViewTest, SearchFieldSwapsItsHintForAClearButtonAndFiltersNothing)
     watchFolder(root / "work");
     const auto artifactsBefore = names(store->artifacts());
     auto& field = theOnly<Gtk::Text>(sidebar);
-    EXPECT_EQ(field.get_placeholder_text(), "Search artifacts");
     const auto hintShown = [&] { return showsText(sidebar, "⌘F"); };
     const auto clearButton = [&]() -> Gtk::Button* {
         auto found = findAll<Gtk::Button>(
@@ -140,20 +126,17 @@ TEST_F(SidebarViewTest, SearchFieldSwapsItsHintForAClearButtonAndFiltersNothing)
     };
     EXPECT_TRUE(hintShown());
     EXPECT_EQ(clearButton(), nullptr);
-    const auto rowsBefore = findAll<Gtk::Button>(sidebar).size();
 
     field.set_text("alpha");
     EXPECT_FALSE(hintShown());
     ASSERT_NE(clearButton(), nullptr);
     EXPECT_EQ(names(store->artifacts()), artifactsBefore);
-    EXPECT_EQ(findAll<Gtk::Button>(sidebar).size(), rowsBefore);
     EXPECT_TRUE(isShown(row(sidebar, "work")));
 
     click(*clearButton());
     EXPECT_EQ(field.get_text(), "");
     EXPECT_TRUE(hintShown());
     EXPECT_EQ(clearButton(), nullptr);
-    EXPECT_EQ(names(store->artifacts()), artifactsBefore);
 }
 
 TEST_F(SidebarViewTest, FooterShowsTheGuideAndOpensAbout) {
@@ -164,14 +147,9 @@ TEST_F(SidebarViewTest, FooterShowsTheGuideAndOpensAbout) {
     app->add_action("about", [&aboutOpened] { ++aboutOpened; });
     window->insert_action_group("app", app);
 
-    auto* howTo = findButton(sidebar, "How to use");
-    auto* about = findButton(sidebar, "About");
-    ASSERT_TRUE(howTo && about);
-    EXPECT_EQ(howTo->get_tooltip_text(), "Show onboarding guide");
-    click(*howTo);
+    press(sidebar, "How to use");
     EXPECT_TRUE(store->isShowingOnboarding());
-    EXPECT_EQ(about->get_tooltip_text(), "About Kelmo");
-    click(*about);
+    press(sidebar, "About");
     EXPECT_EQ(aboutOpened, 1);
 }
 
