@@ -36,8 +36,6 @@ public:
     // The player's button showing this tooltip, or null.
     Gtk::Button* buttonWithTooltip(const std::string& tooltip);
 
-    Gtk::Window& window() { return window_; }
-
 private:
     TemporaryDirectory home_;
     std::unique_ptr<ArtifactStore> store_;

@@ -31,6 +31,10 @@ bool WebViewFixture::load(const Artifact& artifact) {
     loadingReports.clear();
     errorMessages.clear();
     view_->loadIfNeeded(artifact, Uuid::random());
+    return loadEnds();
+}
+
+bool WebViewFixture::loadEnds() {
     return runMainLoopUntil(
         [this] {
             return !errorMessages.empty() || (loadingReports.size() >= 2 && !loadingReports.back());

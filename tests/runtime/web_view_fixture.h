@@ -22,6 +22,8 @@ public:
 
     // Loads with a fresh token and waits until the load has ended (or failed).
     bool load(const Artifact& artifact);
+    // Waits until a load the view began has ended (or failed).
+    bool loadEnds();
     bool load(const std::filesystem::path& file) { return load(Artifact::from(file)); }
 
     // Waits until the player page is done: answers "rendered" or "error" (or the last
