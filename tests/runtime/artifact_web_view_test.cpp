@@ -53,16 +53,11 @@ TEST_F(PlayerPageTest, ExampleComponentsRenderRespondAndForwardTheConsoleAsExact
     StandardOutputCapture output;
     host.evaluate(R"(
         const post = (body) => window.webkit.messageHandlers.jsConsole.postMessage(body);
-        post({ level: "error", message: "e" });
-        post({ level: "warn", message: "w" });
-        post({ level: "info", message: "i" });
-        post({ level: "log", message: "l" });
-        post({ level: "debug", message: "d" });
-        post({ level: "Error", message: "E" });
-        post({ level: "warn" });
-        post({ level: 5, message: "number" });
-        post(["error", "array"]);
-        post("just text");
+        [{ level: "error", message: "e" }, { level: "warn", message: "w" },
+         { level: "info", message: "i" }, { level: "log", message: "l" },
+         { level: "debug", message: "d" }, { level: "Error", message: "E" }, // levels match exactly
+         { level: "warn" }, { level: 5, message: "number" }, ["error", "array"], "just text",
+        ].forEach(post);
         window.webkit.messageHandlers.artifactBridge.postMessage({ level: "error", message: "b" });
         console.log("joined", 1, { a: [1, "x"] }, null, undefined, new TypeError("bad"));
         console.warn("%s has %d items", "list", 3);
