@@ -60,7 +60,7 @@ void DuskwellApp::on_startup() {
     preferCairoOnSoftwareRendering(display);
     installSymbolIcons(display);
     loadApplicationStyle(display);
-    Gtk::Window::set_default_icon_name(get_id());
+    Gtk::Window::set_default_icon_name(appLogoIconName);
 
     installActions();
     set_menubar(makeMenuBar());

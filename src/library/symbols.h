@@ -12,6 +12,11 @@ namespace kelmo {
 // "image-missing".
 std::string symbolIconName(std::string_view symbol);
 
+// The bundled application logo, under a name of its own: an installed copy of the
+// application icon (an SVG in the hicolor theme, for launchers) would otherwise be
+// found first, and loading it brings in the SVG decoder.
+inline constexpr const char* appLogoIconName = "kelmo-app-logo";
+
 // Adds the bundled icons (the symbolic icons and the application icon) to the
 // display's icon theme. Safe to call more than once.
 void installSymbolIcons(const Glib::RefPtr<Gdk::Display>& display);

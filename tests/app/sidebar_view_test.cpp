@@ -179,8 +179,8 @@ TEST(SymbolIcons, EverySymbolOfTheShellHasABundledIcon) {
     EXPECT_TRUE(isBundledPng(theme, "kelmo-process-working-symbolic", 16)) << "the spinner";
     EXPECT_NE(symbolIconName("star"), symbolIconName("star.fill"));
     EXPECT_EQ(symbolIconName("no.such.symbol"), "image-missing");
-    EXPECT_TRUE(isBundledPng(theme, KELMO_APP_ID, 28)) << "the logo is the application icon";
-    EXPECT_TRUE(isBundledPng(theme, KELMO_APP_ID, 144));
+    EXPECT_TRUE(isBundledPng(theme, appLogoIconName, 28)) << "the logo";
+    EXPECT_TRUE(isBundledPng(theme, appLogoIconName, 144));
 }
 
 } // namespace

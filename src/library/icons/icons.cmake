@@ -73,9 +73,9 @@ foreach(size ${KELMO_APP_ICON_SIZES})
   list(APPEND commands
     COMMAND ${CMAKE_COMMAND} -E make_directory ${KELMO_ICON_BUILD_DIR}/${folder}
     COMMAND ${KELMO_RSVG_CONVERT} -w ${size} -h ${size}
-      -o ${KELMO_ICON_BUILD_DIR}/${folder}/${KELMO_APP_ID}.png ${app_logo})
-  list(APPEND outputs ${KELMO_ICON_BUILD_DIR}/${folder}/${KELMO_APP_ID}.png)
-  string(APPEND KELMO_ICON_RESOURCE_ENTRIES "    <file>${folder}/${KELMO_APP_ID}.png</file>\n")
+      -o ${KELMO_ICON_BUILD_DIR}/${folder}/kelmo-app-logo.png ${app_logo})
+  list(APPEND outputs ${KELMO_ICON_BUILD_DIR}/${folder}/kelmo-app-logo.png)
+  string(APPEND KELMO_ICON_RESOURCE_ENTRIES "    <file>${folder}/kelmo-app-logo.png</file>\n")
 endforeach()
 add_custom_command(OUTPUT ${outputs} ${commands} DEPENDS ${app_logo} VERBATIM)
 list(APPEND KELMO_ICON_OUTPUTS ${outputs})
