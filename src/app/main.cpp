@@ -1,6 +1,7 @@
 #include "app/command_line.h"
 #include "app/duskwell_app.h"
 #include "app/head_start.h"
+#include "runtime/background_compiler.h"
 
 #include <cstdio>
 #include <cstring>
@@ -8,6 +9,7 @@
 #include <vector>
 
 int main(int argc, char* argv[]) {
+    kelmo::keepJavaScriptToQuickTiers();
     const std::vector<std::string> arguments(argv, argv + argc);
     if (const auto information = kelmo::informationRequested(arguments, KELMO_VERSION)) {
         std::fputs(information->c_str(), stdout);

@@ -29,6 +29,10 @@ bool evaluate(JSCContext* context, const std::string& script, const char* uri) {
 
 } // namespace
 
+void keepJavaScriptToQuickTiers() {
+    jsc_options_set_boolean(JSC_OPTIONS_USE_DFG, FALSE);
+}
+
 std::optional<std::string> compileInContext(const std::string& babel, const std::string& compiler,
                                             const std::string& source) {
     JSCContext* context = jsc_context_new();

@@ -54,6 +54,14 @@ private:
     std::shared_ptr<State> state_;
 };
 
+// Keeps this process's JavaScript engine to its interpreter and baseline compiler.
+// The application runs JavaScript only to compile artifacts, each once: the optimising
+// tiers would spend more time compiling Babel's functions, on threads of their own,
+// than they save, and a first start, which compiles while GTK and WebKit's processes
+// start, is short of processor time. Call before anything in the process uses
+// JavaScriptCore; later calls have no effect. Web processes are not affected.
+void keepJavaScriptToQuickTiers();
+
 // Runs the compiler script over the source in a fresh JavaScript context: the module
 // as JSON text ({code, imports, exports}), or nothing when Babel, the script or the
 // source fails.
