@@ -3,21 +3,16 @@
 # the hicolor theme's sizes. Keeping SVG out of the bundle means a start never loads
 # the SVG decoder (librsvg, several MiB per process).
 #
-# Our own icons come from this folder. The theme's icons we use come from the
-# Adwaita theme installed on the build machine, renamed with our prefix, so they look
-# the same under any icon theme and are found in the bundle rather than as the
-# theme's scalable SVGs.
+# Our own icons come from this folder. Every other icon name that the symbol table or
+# the style sheet asks for (kelmo-NAME-symbolic) is Adwaita's NAME-symbolic, taken
+# from the theme installed on the build machine and renamed with our prefix, so it
+# looks the same under any icon theme and is found in the bundle rather than as the
+# theme's scalable SVG. A name with neither stops the configure step.
 set(KELMO_ICON_SOURCE_DIR ${CMAKE_CURRENT_LIST_DIR})
 set(KELMO_ICON_BUILD_DIR ${CMAKE_CURRENT_BINARY_DIR}/icons)
 set(KELMO_ADWAITA_DIR /usr/share/icons/Adwaita CACHE PATH "The Adwaita icon theme to take theme icons from")
 set(KELMO_SYMBOLIC_ICON_SIZES 16 22 24 32 36 48 64 96)
 set(KELMO_APP_ICON_SIZES 16 22 24 32 48 64 72 96 128 192 256)
-set(KELMO_ADWAITA_ICONS
-  non-starred starred system-search list-add user-trash document-new folder-new
-  sidebar-show go-previous dialog-warning computer view-refresh view-list-bullet
-  document-send web-browser mail-unread emblem-system text-x-generic list-remove
-  input-mouse input-keyboard object-select process-working)
-
 find_program(KELMO_ENCODE_SYMBOLIC_SVG gtk4-encode-symbolic-svg REQUIRED)
 find_program(KELMO_RSVG_CONVERT rsvg-convert REQUIRED)
 
@@ -29,16 +24,33 @@ foreach(source ${KELMO_OWN_ICON_FILES})
   set(KELMO_ICON_SOURCE_${name} ${source})
   list(APPEND KELMO_SYMBOLIC_ICONS ${name})
 endforeach()
-foreach(theme_name ${KELMO_ADWAITA_ICONS})
+
+# The theme icons: each name used with our prefix that has no drawing here.
+set(KELMO_ICON_USERS ${PROJECT_SOURCE_DIR}/src/library/symbols.cpp
+  ${PROJECT_SOURCE_DIR}/resources/style.css)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${KELMO_ICON_USERS})
+set(KELMO_USED_ICONS)
+foreach(user ${KELMO_ICON_USERS})
+  file(STRINGS ${user} lines REGEX "kelmo-[a-z0-9-]+-symbolic")
+  string(REGEX MATCHALL "kelmo-[a-z0-9-]+-symbolic" names "${lines}")
+  list(APPEND KELMO_USED_ICONS ${names})
+endforeach()
+list(REMOVE_DUPLICATES KELMO_USED_ICONS)
+foreach(name ${KELMO_USED_ICONS})
+  if(DEFINED KELMO_ICON_SOURCE_${name})
+    continue()
+  endif()
+  string(REGEX REPLACE "^kelmo-(.*)-symbolic$" "\\1" theme_name ${name})
   file(GLOB candidates ${KELMO_ADWAITA_DIR}/scalable/*/${theme_name}-symbolic.svg
     ${KELMO_ADWAITA_DIR}/scalable-up-to-32/*/${theme_name}-symbolic.svg)
   if(NOT candidates)
-    message(FATAL_ERROR "The Adwaita icon theme has no ${theme_name}-symbolic.svg in "
-      "${KELMO_ADWAITA_DIR}: install adwaita-icon-theme (scripts/setup.sh does).")
+    message(FATAL_ERROR "${name} has no drawing in ${KELMO_ICON_SOURCE_DIR}, and the Adwaita "
+      "icon theme in ${KELMO_ADWAITA_DIR} has no ${theme_name}-symbolic.svg (scripts/setup.sh "
+      "installs adwaita-icon-theme).")
   endif()
   list(GET candidates 0 source)
-  set(KELMO_ICON_SOURCE_kelmo-${theme_name}-symbolic ${source})
-  list(APPEND KELMO_SYMBOLIC_ICONS kelmo-${theme_name}-symbolic)
+  set(KELMO_ICON_SOURCE_${name} ${source})
+  list(APPEND KELMO_SYMBOLIC_ICONS ${name})
 endforeach()
 
 set(KELMO_ICON_OUTPUTS)
