@@ -30,7 +30,7 @@ SchemeResult ArtifactSchemeHandler::resolve(std::string_view url) const {
         return serveRuntime();
     const std::string name = parsed->lastPathComponent();
     if (name == compiledModuleResource)
-        return compiledModuleScript(compiledArtifact);
+        return compiledModuleScript(asksForThisCode(*parsed) ? compiledArtifact : std::nullopt);
     return serveResource(name);
 }
 
@@ -39,7 +39,14 @@ bool ArtifactSchemeHandler::answersLater(std::string_view url) const {
         return false;
     const auto parsed = SchemeRequestUrl::parse(url);
     return parsed && parsed->host == artifactPlayerHost &&
-           parsed->lastPathComponent() == compiledModuleResource;
+           parsed->lastPathComponent() == compiledModuleResource && asksForThisCode(*parsed);
+}
+
+// A request for the module carries the key of its page's code. One from an earlier
+// page (held while a compile ran, and answered after the next page's load began) gets
+// no module, and its page, if still there, compiles for itself.
+bool ArtifactSchemeHandler::asksForThisCode(const SchemeRequestUrl& url) const {
+    return !compileKey.empty() && url.queryValue("key") == compileKey;
 }
 
 SchemeResponse

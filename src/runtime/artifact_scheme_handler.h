@@ -12,6 +12,8 @@
 
 namespace kelmo {
 
+struct SchemeRequestUrl;
+
 // The scheme that serves the player page and its runtime scripts, and the page itself.
 inline constexpr std::string_view artifactScheme = "artifact";
 inline constexpr std::string_view artifactPlayerHost = "player";
@@ -106,6 +108,8 @@ public:
     static std::string mimeType(std::string_view extension);
 
 private:
+    bool asksForThisCode(const SchemeRequestUrl& url) const;
+
     ResourceLocator resources_;
 };
 

@@ -17,6 +17,8 @@ std::optional<SchemeRequestUrl> SchemeRequestUrl::parse(std::string_view url) {
     if (const char* host = g_uri_get_host(parsed.get()))
         result.host = host;
     result.path = g_uri_get_path(parsed.get());
+    if (const char* query = g_uri_get_query(parsed.get()))
+        result.query = query;
     return result;
 }
 
@@ -27,6 +29,20 @@ std::string SchemeRequestUrl::lastPathComponent() const {
     const auto slash = path.rfind('/', end);
     const auto begin = slash == std::string::npos ? 0 : slash + 1;
     return path.substr(begin, end + 1 - begin);
+}
+
+std::optional<std::string> SchemeRequestUrl::queryValue(std::string_view name) const {
+    std::unique_ptr<GHashTable, decltype(&g_hash_table_unref)> parameters{
+        g_uri_parse_params(query.c_str(), -1, "&", G_URI_PARAMS_NONE, nullptr),
+        &g_hash_table_unref};
+    if (!parameters)
+        return std::nullopt;
+    const std::string key{name};
+    const auto* value =
+        static_cast<const char*>(g_hash_table_lookup(parameters.get(), key.c_str()));
+    if (!value)
+        return std::nullopt;
+    return value;
 }
 
 bool isValidUtf8(std::string_view bytes) {

@@ -11,12 +11,15 @@ namespace kelmo {
 struct SchemeRequestUrl {
     std::optional<std::string> host; // absent when the URL has no authority
     std::string path;                // percent-decoded; query and fragment dropped
+    std::string query;               // as it stands, without the '?'; empty when absent
 
     // Parses an absolute URL; nothing when it is not one (or decodes to a NUL byte).
     static std::optional<SchemeRequestUrl> parse(std::string_view url);
 
     // The last component of the path, trailing slashes ignored ("/a/b.js" -> "b.js").
     std::string lastPathComponent() const;
+    // The decoded value of a parameter of the query ("a=1&b=2"); nothing when absent.
+    std::optional<std::string> queryValue(std::string_view name) const;
 };
 
 // Whether the bytes are UTF-8 text (NUL characters included).

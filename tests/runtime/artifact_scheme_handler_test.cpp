@@ -75,6 +75,7 @@ TEST_F(ArtifactSchemeHandlerTest, PageUrlsServeTheTemplateReadAfreshWithEveryPla
 TEST_F(ArtifactSchemeHandlerTest,
        TheModuleCompiledOnTheSideIsAScriptThatWaitsOnlyForARunningCompile) {
     const std::string url = "artifact://player/kelmo-compiled-module.js?key=abc";
+    handler.compileKey = "abc";
     EXPECT_FALSE(handler.answersLater(url));
     EXPECT_EQ(answer(url),
               (SchemeResponse{"window.kelmoCompiledArtifact = null;\n", "application/javascript"}));
@@ -90,6 +91,13 @@ TEST_F(ArtifactSchemeHandlerTest,
     handler.compiledArtifact = R"({"code":"</script>"})";
     EXPECT_EQ(answer(url).body,
               "window.kelmoCompiledArtifact = \"{\\\"code\\\":\\\"<\\/script>\\\"}\";\n");
+
+    // A page of other code (an earlier one, say) neither waits nor gets this module.
+    for (const auto* other : {"artifact://player/kelmo-compiled-module.js?key=abd",
+                              "artifact://player/kelmo-compiled-module.js"}) {
+        EXPECT_FALSE(handler.answersLater(other)) << other;
+        EXPECT_EQ(answer(other).body, "window.kelmoCompiledArtifact = null;\n") << other;
+    }
 }
 
 TEST_F(ArtifactSchemeHandlerTest, OtherPathsServeTopLevelResourcesByLastComponentOrDoNotExist) {
