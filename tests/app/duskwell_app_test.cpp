@@ -1,10 +1,15 @@
 #include "app/duskwell_app.h"
 #include "app/main_window.h"
+#include "app/onboarding_steps.h"
 #include "library/library_view.h"
+#include "library/symbols.h"
 #include "runtime/artifact_detail_view.h"
 #include "shell_fixture.h"
 
+#include <gtkmm/icontheme.h>
+#include <gtkmm/image.h>
 #include <gtkmm/popovermenubar.h>
+#include <set>
 
 namespace kelmo::testing {
 namespace {
@@ -61,14 +66,12 @@ protected:
     DetailViews detailViews() const override { return DetailViews::standard(); }
 };
 
-TEST_F(DuskwellAppTest, OpenCommandsPostNotificationsThatTheStoreAnswersInTurn) {
+TEST_F(DuskwellAppTest, OpenCommandsPostNotificationsThatTheStoreAnswers) {
     writeFile(root / "page.html");
     app->activate_action("open-file");
-    app->activate_action("open-file");
     EXPECT_TRUE(panel->pending.empty()) << "the command only posts and returns";
-    ASSERT_TRUE(runMainLoopUntil([&] { return panel->pending.size() == 2; }));
+    ASSERT_TRUE(runMainLoopUntil([&] { return panel->pending.size() == 1; }));
     EXPECT_FALSE(panel->pending.front().request.canChooseDirectories);
-    panel->answer(std::nullopt);
     panel->answer(root / "page.html");
     ASSERT_TRUE(appStore->selectedArtifact().has_value());
     EXPECT_EQ(appStore->selectedArtifact()->name, "page");
@@ -80,7 +83,7 @@ TEST_F(DuskwellAppTest, OpenCommandsPostNotificationsThatTheStoreAnswersInTurn) 
     EXPECT_EQ(appStore->watchedFolders().size(), 1u);
 }
 
-TEST_F(DuskwellAppTest, ShortcutsAndMenusCarryTheCommandsAndNoNewWindowItem) {
+TEST_F(DuskwellAppTest, ShortcutsAndMenusCarryEveryCommandAndNoNewWindowItem) {
     for (const auto& [accel, action] : {std::pair{"<Control>o", "app.open-file"},
                                         {"<Shift><Control>o", "app.open-folder"},
                                         {"<Control>comma", "app.settings"},
@@ -88,19 +91,18 @@ TEST_F(DuskwellAppTest, ShortcutsAndMenusCarryTheCommandsAndNoNewWindowItem) {
                                         {"F9", "win.toggle-sidebar"}})
         EXPECT_EQ(app->get_actions_for_accel(accel), std::vector<Glib::ustring>{action});
 
-    std::map<std::string, std::string> actions;
+    // The menus carry every command of the application and the window, and nothing else.
+    std::set<std::string> commands, inMenus;
+    for (const auto& name : app->list_actions())
+        commands.insert("app." + name);
+    for (const auto& name : app->mainWindow()->list_actions())
+        commands.insert("win." + name);
     for (const auto& item : menuItems(app->get_menubar()->gobj())) {
-        actions[item.label] = item.action;
+        if (!item.action.empty())
+            inMenus.insert(item.action);
         EXPECT_EQ(item.label.find("New"), std::string::npos) << item.label;
-        EXPECT_EQ(item.action.find("new"), std::string::npos) << item.action;
     }
-    for (const auto& [label, action] : {std::pair{"Open File…", "app.open-file"},
-                                        {"Open Folder…", "app.open-folder"},
-                                        {"About Kelmo", "app.about"},
-                                        {"Settings…", "app.settings"},
-                                        {"Quit", "app.quit"},
-                                        {"Show Sidebar", "win.toggle-sidebar"}})
-        EXPECT_EQ(actions[label], action) << label;
+    EXPECT_EQ(inMenus, commands);
     // The main window shows the menus in its own top area.
     EXPECT_EQ(findAll<Gtk::PopoverMenuBar>(*app->mainWindow()).size(), 1u);
 }
@@ -190,6 +192,48 @@ TEST_F(DuskwellAppIntegrationTest, AFileOpenedFromOutsideRunsInThePlayerAndQuitt
     writeFile(slow, "export default function Slow() { return <h1>Slow</h1>; }");
     app->open({Gio::File::create_for_path(slow)});
     ASSERT_TRUE(runMainLoopUntil([&] { return player() && player()->isLoading(); }));
+}
+
+// The symbols' icons come from the PNG bundle: an SVG one would bring the SVG decoder
+// into the start. Checked for every symbol on screen in the library and the player, the
+// guide's pages, the logo and the spinner. (The symbol table itself is private to the
+// library.)
+TEST_F(DuskwellAppIntegrationTest, EverySymbolTheShellShowsHasABundledPngIcon) {
+    const auto theme = Gtk::IconTheme::get_for_display(Gdk::Display::get_default());
+    const auto expectBundled = [&theme](const std::string& icon, int size = 16) {
+        const auto paintable = theme->lookup_icon(icon, size);
+        const auto file = paintable ? paintable->get_file() : Glib::RefPtr<Gio::File>();
+        const std::string uri = file ? file->get_uri() : "";
+        EXPECT_TRUE(uri.starts_with("resource:///org/kelmo/Kelmo/icons/") && uri.ends_with(".png"))
+            << icon << " -> " << uri;
+    };
+    const auto expectSymbolsBundled = [&](Gtk::Widget& shown) {
+        const auto symbols = findAll<Gtk::Image>(shown, [](Gtk::Image& image) {
+            const std::string icon = image.get_icon_name();
+            return icon.starts_with("kelmo-") || icon == symbolIconName("no.such.symbol");
+        });
+        EXPECT_GT(symbols.size(), 5u);
+        for (auto* image : symbols)
+            expectBundled(image->get_icon_name());
+    };
+    writeFile(root / "page.html", "<p>page</p>");
+    appStore->addWatchedFolder();
+    panel->answer(root.path());
+    appStore->toggleFavorite(*appStore->selectedArtifact());
+    appStore->setSelectedArtifact(std::nullopt);
+    drainMainLoop();
+    expectSymbolsBundled(*app->mainWindow()->get_child());
+    appStore->setSelectedArtifact(appStore->allArtifacts().front());
+    ASSERT_TRUE(runMainLoopUntil([&] {
+        return dynamic_cast<ArtifactDetailView*>(app->mainWindow()->contentView().detailView());
+    }));
+    expectSymbolsBundled(*app->mainWindow()->get_child());
+
+    for (const auto& step : onboardingSteps())
+        expectBundled(symbolIconName(step.icon));
+    expectBundled(appLogoIconName, 28);
+    expectBundled(appLogoIconName, 144);
+    expectBundled("kelmo-process-working-symbolic");
 }
 
 } // namespace

@@ -1,9 +1,7 @@
 #include "app/sidebar_view.h"
-#include "library/symbols.h"
 #include "shell_fixture.h"
 
 #include <giomm/simpleactiongroup.h>
-#include <gtkmm/icontheme.h>
 #include <gtkmm/text.h>
 
 namespace kelmo::testing {
@@ -39,23 +37,17 @@ protected:
     }
 };
 
-TEST_F(SidebarViewTest, EmptyLibraryShowsNoBadgesAndAFoldersHeadingWhoseButtonRunsTheChooser) {
-    auto& sidebar = showSidebar();
-    for (const auto* title : {"Library", "Recents", "Favorites"})
-        EXPECT_EQ(badgeOf(row(sidebar, title)), std::nullopt) << title;
-    EXPECT_TRUE(showsText(sidebar, "FOLDERS"));
-
-    press(sidebar, "Add Folder...");
-    ASSERT_EQ(panel->pending.size(), 1u);
-    EXPECT_TRUE(panel->pending.front().request.canChooseDirectories);
-}
-
 TEST_F(SidebarViewTest, CountsFollowTheStoreAndChoosingARowSelectsItsSectionAndTheLibrary) {
     writeFile(root / "work" / "a.html");
     writeFile(root / "work" / "b.jsx");
     writeFile(root / "work" / "nested" / "c.html");
     auto& sidebar = showSidebar();
-    watchFolder(root / "work");
+    for (const auto* title : {"Library", "Recents", "Favorites"})
+        EXPECT_EQ(badgeOf(row(sidebar, title)), std::nullopt) << title;
+    press(sidebar, "Add Folder...");
+    panel->answer(root / "work");
+    ASSERT_TRUE(runMainLoopUntil([&] { return store->watchedFolders().size() == 1; }));
+    drainMainLoop();
     EXPECT_EQ(badgeOf(row(sidebar, "Library")), "2");
     EXPECT_EQ(badgeOf(row(sidebar, "work")), "2");
 
@@ -151,36 +143,6 @@ TEST_F(SidebarViewTest, FooterShowsTheGuideAndOpensAbout) {
     EXPECT_TRUE(store->isShowingOnboarding());
     press(sidebar, "About");
     EXPECT_EQ(aboutOpened, 1);
-}
-
-// Every icon comes from the PNG bundle: an SVG one would load the SVG decoder at start.
-bool isBundledPng(const Glib::RefPtr<Gtk::IconTheme>& theme, const std::string& icon, int size) {
-    const auto paintable = theme->lookup_icon(icon, size);
-    const auto file = paintable ? paintable->get_file() : Glib::RefPtr<Gio::File>();
-    const std::string uri = file ? file->get_uri() : "";
-    return uri.starts_with("resource:///org/kelmo/Kelmo/icons/") && uri.ends_with(".png");
-}
-
-TEST(SymbolIcons, EverySymbolOfTheShellHasABundledIcon) {
-    const auto display = Gdk::Display::get_default();
-    installSymbolIcons(display);
-    installSymbolIcons(display);
-    auto theme = Gtk::IconTheme::get_for_display(display);
-    for (const char* symbol :
-         {"square.grid.2x2", "square.grid.2x2.fill", "clock", "clock.fill", "star", "star.fill",
-          "folder", "folder.fill", "magnifyingglass", "xmark.circle.fill", "plus",
-          "questionmark.circle", "info.circle", "trash", "sparkles", "doc.badge.plus",
-          "folder.badge.plus", "play.rectangle"}) {
-        const std::string icon = symbolIconName(symbol);
-        EXPECT_NE(icon, "image-missing") << symbol;
-        EXPECT_TRUE(isBundledPng(theme, icon, 16)) << symbol << " -> " << icon;
-    }
-    EXPECT_TRUE(isBundledPng(theme, symbolIconName("checkmark"), 38));
-    EXPECT_TRUE(isBundledPng(theme, "kelmo-process-working-symbolic", 16)) << "the spinner";
-    EXPECT_NE(symbolIconName("star"), symbolIconName("star.fill"));
-    EXPECT_EQ(symbolIconName("no.such.symbol"), "image-missing");
-    EXPECT_TRUE(isBundledPng(theme, appLogoIconName, 28)) << "the logo";
-    EXPECT_TRUE(isBundledPng(theme, appLogoIconName, 144));
 }
 
 } // namespace
