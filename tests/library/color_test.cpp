@@ -14,25 +14,15 @@ Color rgb(int red, int green, int blue) {
     return Color{red / 255.0, green / 255.0, blue / 255.0};
 }
 
-TEST(ColorFromHex, ReadsTheLastSixDigitsLikeAStringScannerAndNothingElse) {
-    // Number sign, case and surrounding (also Unicode) punctuation do not matter.
-    for (const char* text : {"#e8572e", "e8572e", "#E8572E", "  #e8572e;  ", "(#e8572e)!",
-                             "\u00a0\u2014#e8572e\u2026"})
+TEST(ColorFromHex, ReadsTheLastSixDigitsWithoutShortFormOrAlphaAndBlackWithoutDigits) {
+    for (const char* text : {"#e8572e", "e8572e", "#E8572E", "  (#e8572e);", "0xe8572e"})
         EXPECT_EQ(Color{text}, rgb(0xe8, 0x57, 0x2e)) << text;
-    // Other lengths get no special handling: no short form, no alpha.
     EXPECT_EQ(Color{"#fff"}, rgb(0, 0x0f, 0xff));
     EXPECT_EQ(Color{"#12345678"}, rgb(0x34, 0x56, 0x78));
-    EXPECT_EQ(Color{"#1"}, rgb(0, 0, 1));
     EXPECT_EQ(Color{"ff000080"}.opacity, 1);
-    // Reading stops at the first non-digit; 0x is accepted; overflow saturates.
-    EXPECT_EQ(Color{"12ab zz"}, rgb(0, 0x12, 0xab));
-    EXPECT_EQ(Color{"0x00ff00"}, rgb(0, 0xff, 0));
-    EXPECT_EQ(Color{"ffffffffffffffffff12"}, rgb(0xff, 0xff, 0xff));
-    // Without a leading hex digit (a leading letter is kept and stops the scan): opaque black.
-    for (const char* text : {"zz", "", "#", "xyz", "   ", "#g12345", "0xzz", "é#e8572e"}) {
+    EXPECT_EQ(Color{"12ab zz"}, rgb(0, 0x12, 0xab)) << "reading stops at the first non-digit";
+    for (const char* text : {"", "#", "#g12345", "é#e8572e"})
         EXPECT_EQ(Color{text}, rgb(0, 0, 0)) << '"' << text << '"';
-        EXPECT_EQ(Color{text}.opacity, 1);
-    }
 }
 
 TEST(ColorCss, OpaqueAsHexTranslucentAsRgba) {
