@@ -1,15 +1,11 @@
-#include "player_fixture.h"
-#include "runtime/artifact_web_view.h"
+#include "../app/shell_fixture.h"
+#include "library/app_style.h"
+#include "library/symbols.h"
+#include "runtime/artifact_detail_view.h"
+#include "web_view_fixture.h"
 
-#include <gtest/gtest.h>
-
-namespace kelmo {
+namespace kelmo::testing {
 namespace {
-
-using testing::PlayerFixture;
-using testing::runMainLoopUntil;
-using testing::TemporaryDirectory;
-using testing::writeFile;
 
 const std::filesystem::path examples{KELMO_EXAMPLES_DIR};
 
@@ -20,115 +16,161 @@ std::shared_ptr<bool> destroyed(Gtk::Widget& widget) {
     return gone;
 }
 
-class PlayerTest : public ::testing::Test {
+// One player at a time in the shell's window, with the application's stylesheet and
+// symbols, counting the loads it starts.
+class PlayerTest : public ShellTest {
 protected:
-    // The player's web view reaches this width once laid out.
-    bool webViewWidthBecomes(int width) {
-        return runMainLoopUntil(
-            [&] { return fixture.player().hostedWebView().get_width() == width; });
+    void SetUp() override {
+        makeStore();
+        installSymbolIcons(Gdk::Display::get_default());
+        loadApplicationStyle(Gdk::Display::get_default());
+        window = std::make_unique<Gtk::Window>();
+        window->set_default_size(1100, 700);
+        window->present();
     }
 
-    PlayerFixture fixture;
-    TemporaryDirectory folder;
+    void TearDown() override {
+        stateChanged.disconnect();
+        ShellTest::TearDown();
+    }
+
+    ArtifactDetailView& showPlayer(const Artifact& artifact) {
+        stateChanged.disconnect();
+        player = Gtk::make_managed<ArtifactDetailView>(*store, artifact);
+        stateChanged = player->signalStateChanged().connect([this, wasLoading = false]() mutable {
+            loadsStarted += player->isLoading() && !wasLoading;
+            wasLoading = player->isLoading();
+        });
+        window->set_child(*player);
+        runMainLoopUntil([this] { return player->get_mapped(); });
+        return *player;
+    }
+
+    // Does the action and waits until a load it started has ended; false when no load
+    // began or the deadline passed.
+    bool loadAfter(const std::function<void()>& action) {
+        const int before = loadsStarted;
+        action();
+        return runMainLoopUntil([&] { return loadsStarted > before && !player->isLoading(); },
+                                pageDeadline);
+    }
+
+    void pickViewport(ViewportMode mode) {
+        player->activate_action("player.viewport",
+                                Glib::Variant<Glib::ustring>::create(std::string{rawValue(mode)}));
+    }
+
+    Gtk::Button* buttonWithTooltip(const std::string& tooltip) {
+        auto found = findAll<Gtk::Button>(*player, [&](Gtk::Button& button) {
+            return button.get_tooltip_text().raw() == tooltip;
+        });
+        return found.empty() ? nullptr : found.front();
+    }
+
+    // The player's web view reaches this width once laid out.
+    bool webViewWidthBecomes(int width) {
+        return runMainLoopUntil([&] { return player->hostedWebView().get_width() == width; });
+    }
+
+    ArtifactDetailView* player = nullptr;
+    int loadsStarted = 0;
+    sigc::connection stateChanged;
 };
 
 TEST_F(PlayerTest, APlayerStartsInDesktopFollowsTheFavouriteAndLeavingItStartsTheNextAfresh) {
     const auto counter = Artifact::from(examples / "counter.jsx");
-    fixture.store().setSelectedArtifact(counter);
-    auto* player = &fixture.show(counter);
+    store->setSelectedArtifact(counter);
+    showPlayer(counter);
     EXPECT_FALSE(player->isLoading());
     EXPECT_EQ(player->errorMessage(), std::nullopt);
     EXPECT_EQ(player->viewport(), ViewportMode::desktop);
     const Uuid firstToken = player->reloadToken();
-    ASSERT_TRUE(fixture.loadAfter([] {}));
+    ASSERT_TRUE(loadAfter([] {}));
     EXPECT_EQ(player->errorMessage(), std::nullopt);
 
     // Toggled elsewhere (a card, a row), the favourite button flips at once; a press
     // plays its pressed look before it acts.
-    EXPECT_NE(fixture.buttonWithTooltip("Add to Favorites"), nullptr);
-    fixture.store().toggleFavorite(counter);
-    EXPECT_EQ(fixture.buttonWithTooltip("Add to Favorites"), nullptr);
-    ASSERT_NE(fixture.buttonWithTooltip("Remove from Favorites"), nullptr);
-    fixture.buttonWithTooltip("Remove from Favorites")->activate();
-    EXPECT_TRUE(runMainLoopUntil([&] { return !fixture.store().isFavorite(counter); }));
-    EXPECT_NE(fixture.buttonWithTooltip("Add to Favorites"), nullptr);
+    EXPECT_NE(buttonWithTooltip("Add to Favorites"), nullptr);
+    store->toggleFavorite(counter);
+    EXPECT_EQ(buttonWithTooltip("Add to Favorites"), nullptr);
+    ASSERT_NE(buttonWithTooltip("Remove from Favorites"), nullptr);
+    buttonWithTooltip("Remove from Favorites")->activate();
+    EXPECT_TRUE(runMainLoopUntil([&] { return !store->isFavorite(counter); }));
+    EXPECT_NE(buttonWithTooltip("Add to Favorites"), nullptr);
 
-    ASSERT_TRUE(fixture.loadAfter([&] { fixture.pickViewport(ViewportMode::phone); }));
-    fixture.activate("player.back");
-    EXPECT_EQ(fixture.store().selectedArtifact(), std::nullopt);
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::phone); }));
+    player->activate_action("player.back");
+    EXPECT_EQ(store->selectedArtifact(), std::nullopt);
 
-    player = &fixture.show(counter);
+    showPlayer(counter);
     EXPECT_EQ(player->viewport(), ViewportMode::desktop);
     EXPECT_NE(player->reloadToken(), firstToken);
-    EXPECT_TRUE(fixture.loadAfter([] {}));
+    EXPECT_TRUE(loadAfter([] {}));
 }
 
 TEST_F(PlayerTest, EveryViewportPressReloadsAndOnlyDesktopSwapsTheWebView) {
-    fixture.show(Artifact::from(examples / "welcome.html"));
-    ASSERT_TRUE(fixture.loadAfter([] {}));
-    auto& player = fixture.player();
-    const auto desktopViewGone = destroyed(player.hostedWebView());
+    showPlayer(Artifact::from(examples / "welcome.html"));
+    ASSERT_TRUE(loadAfter([] {}));
+    const auto desktopViewGone = destroyed(player->hostedWebView());
 
-    Uuid token = player.reloadToken();
-    ASSERT_TRUE(fixture.loadAfter([&] { fixture.pickViewport(ViewportMode::tablet); }));
-    EXPECT_EQ(player.viewport(), ViewportMode::tablet);
-    EXPECT_NE(player.reloadToken(), token);
+    Uuid token = player->reloadToken();
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::tablet); }));
+    EXPECT_EQ(player->viewport(), ViewportMode::tablet);
+    EXPECT_NE(player->reloadToken(), token);
     EXPECT_TRUE(*desktopViewGone);
-    const auto deviceViewGone = destroyed(player.hostedWebView());
+    const auto deviceViewGone = destroyed(player->hostedWebView());
     EXPECT_TRUE(webViewWidthBecomes(768));
 
-    token = player.reloadToken();
-    ASSERT_TRUE(fixture.loadAfter([&] { fixture.pickViewport(ViewportMode::phone); }));
-    EXPECT_NE(player.reloadToken(), token);
+    token = player->reloadToken();
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::phone); }));
+    EXPECT_NE(player->reloadToken(), token);
     EXPECT_FALSE(*deviceViewGone);
     EXPECT_TRUE(webViewWidthBecomes(390));
 
     // The mode already shown reloads too.
-    token = player.reloadToken();
-    ASSERT_TRUE(fixture.loadAfter([&] { fixture.pickViewport(ViewportMode::phone); }));
-    EXPECT_NE(player.reloadToken(), token);
+    token = player->reloadToken();
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::phone); }));
+    EXPECT_NE(player->reloadToken(), token);
 
-    ASSERT_TRUE(fixture.loadAfter([&] { fixture.pickViewport(ViewportMode::desktop); }));
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::desktop); }));
     EXPECT_TRUE(*deviceViewGone);
-    EXPECT_TRUE(runMainLoopUntil([&] { return player.hostedWebView().get_width() > 768; }));
+    EXPECT_TRUE(runMainLoopUntil([&] { return player->hostedWebView().get_width() > 768; }));
 }
 
 TEST_F(PlayerTest, AnErrorStaysThroughViewportChangesUntilReloadOrAnotherArtifact) {
-    const auto broken = folder / "broken.jsx";
+    const auto broken = root / "broken.jsx";
     writeFile(broken, "export default () => <p>caf\xe9</p>;");
     const auto artifact = Artifact::from(broken);
-    fixture.show(artifact);
-    auto& player = fixture.player();
-    ASSERT_TRUE(fixture.loadAfter([] {}));
-    ASSERT_EQ(player.errorMessage(), "Could not read file");
-    EXPECT_NE(fixture.buttonWithTooltip("Back to Library"), nullptr);
+    showPlayer(artifact);
+    ASSERT_TRUE(loadAfter([] {}));
+    ASSERT_EQ(player->errorMessage(), "Could not read file");
+    EXPECT_NE(buttonWithTooltip("Back to Library"), nullptr);
 
-    ASSERT_TRUE(fixture.loadAfter([&] { fixture.pickViewport(ViewportMode::tablet); }));
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::tablet); }));
     // Fixed on disk, the next load succeeds, and the earlier error still shows.
     writeFile(broken, "export default () => <p>café</p>;");
-    ASSERT_TRUE(fixture.loadAfter([&] { fixture.pickViewport(ViewportMode::phone); }));
-    EXPECT_EQ(player.errorMessage(), "Could not read file");
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::phone); }));
+    EXPECT_EQ(player->errorMessage(), "Could not read file");
 
-    fixture.activate("player.reload");
-    EXPECT_EQ(player.errorMessage(), std::nullopt);
-    ASSERT_TRUE(fixture.loadAfter([] {}));
-    EXPECT_EQ(player.errorMessage(), std::nullopt);
+    player->activate_action("player.reload");
+    EXPECT_EQ(player->errorMessage(), std::nullopt);
+    ASSERT_TRUE(loadAfter([] {}));
+    EXPECT_EQ(player->errorMessage(), std::nullopt);
 
     writeFile(broken, "export default () => <p>caf\xe9</p>;");
-    ASSERT_TRUE(fixture.loadAfter([&] { fixture.activate("player.reload"); }));
-    ASSERT_EQ(player.errorMessage(), "Could not read file");
+    ASSERT_TRUE(loadAfter([&] { player->activate_action("player.reload"); }));
+    ASSERT_EQ(player->errorMessage(), "Could not read file");
 
     // Another artifact keeps the Phone window and its web view, and clears the error.
-    const auto phoneViewGone = destroyed(player.hostedWebView());
-    const Uuid token = player.reloadToken();
-    ASSERT_TRUE(
-        fixture.loadAfter([&] { player.showArtifact(Artifact::from(examples / "counter.jsx")); }));
-    EXPECT_EQ(player.errorMessage(), std::nullopt);
-    EXPECT_NE(player.reloadToken(), token);
-    EXPECT_EQ(player.viewport(), ViewportMode::phone);
+    const auto phoneViewGone = destroyed(player->hostedWebView());
+    const Uuid token = player->reloadToken();
+    ASSERT_TRUE(loadAfter([&] { player->showArtifact(Artifact::from(examples / "counter.jsx")); }));
+    EXPECT_EQ(player->errorMessage(), std::nullopt);
+    EXPECT_NE(player->reloadToken(), token);
+    EXPECT_EQ(player->viewport(), ViewportMode::phone);
     EXPECT_FALSE(*phoneViewGone);
-    EXPECT_EQ(player.artifact().name, "counter");
+    EXPECT_EQ(player->artifact().name, "counter");
 }
 
 } // namespace
-} // namespace kelmo
+} // namespace kelmo::testing

@@ -20,7 +20,6 @@ add_executable(kelmo_runtime_display_tests
   ${CMAKE_CURRENT_LIST_DIR}/web_view_fixture.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_web_view_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_library_test.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/player_fixture.cpp
   ${CMAKE_CURRENT_LIST_DIR}/../app/shell_fixture.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_detail_view_test.cpp
 )
