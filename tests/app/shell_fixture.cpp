@@ -4,15 +4,6 @@
 #include <stdexcept>
 
 namespace kelmo::testing {
-namespace {
-
-std::string labelOf(Gtk::Widget& widget) {
-    if (auto* label = dynamic_cast<Gtk::Label*>(&widget))
-        return label->get_text();
-    return {};
-}
-
-} // namespace
 
 bool isShown(Gtk::Widget& widget) {
     return widget.is_visible();
@@ -58,13 +49,10 @@ std::vector<MenuItem> menuItems(GMenuModel* menu) {
 }
 
 Gtk::Button* findButton(Gtk::Widget& root, const std::string& text) {
-    auto buttons = findAll<Gtk::Button>(root, [&text](Gtk::Button& button) {
-        if (std::string{button.get_label()} == text)
-            return true;
-        for (auto* label : findAll<Gtk::Label>(button))
-            if (labelOf(*label) == text)
-                return true;
-        return false;
+    const auto buttons = findAll<Gtk::Button>(root, [&text](Gtk::Button& button) {
+        return !findAll<Gtk::Label>(button, [&](Gtk::Label& l) {
+                    return l.get_text().raw() == text;
+                }).empty();
     });
     return buttons.empty() ? nullptr : buttons.front();
 }
@@ -103,8 +91,6 @@ void ShellTest::watchFolder(const std::filesystem::path& folder) {
     ASSERT_NE(store, nullptr);
     const auto before = store->watchedFolders().size();
     store->addWatchedFolder();
-    ASSERT_FALSE(panel->pending.empty());
-    EXPECT_TRUE(panel->pending.back().request.canChooseDirectories);
     panel->answer(folder);
     ASSERT_TRUE(runMainLoopUntil([&] { return store->watchedFolders().size() > before; }));
     drainMainLoop();

@@ -1,26 +1,20 @@
 #include "test_support.h"
 
-#include <fcntl.h>
+#include <cstdlib>
 #include <fstream>
 #include <glib.h>
 #include <glibmm/main.h>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <stdexcept>
-#include <sys/stat.h>
 
 namespace kelmo::testing {
 
 TemporaryDirectory::TemporaryDirectory() {
-    GError* error = nullptr;
-    gchar* created = g_dir_make_tmp("kelmo-test-XXXXXX", &error);
-    if (!created) {
-        std::string message = error->message;
-        g_error_free(error);
-        throw std::runtime_error(message);
-    }
-    path_ = created;
-    g_free(created);
+    std::string pattern = std::filesystem::temp_directory_path() / "kelmo-test-XXXXXX";
+    if (!::mkdtemp(pattern.data()))
+        throw std::runtime_error("cannot make a temporary directory");
+    path_ = pattern;
 }
 
 TemporaryDirectory::~TemporaryDirectory() {
@@ -34,19 +28,11 @@ TemporaryDirectory::~TemporaryDirectory() {
 void writeFile(const std::filesystem::path& path, std::string_view content,
                std::optional<std::chrono::seconds> age) {
     std::filesystem::create_directories(path.parent_path());
-    {
-        std::ofstream out{path, std::ios::binary | std::ios::trunc};
-        out.write(content.data(), static_cast<std::streamsize>(content.size()));
-    }
-    if (age) {
-        const auto when = std::chrono::system_clock::now() - *age;
-        const auto since = when.time_since_epoch();
-        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(since);
-        const auto nanos = std::chrono::duration_cast<std::chrono::nanoseconds>(since - seconds);
-        const struct timespec times[2] = {{seconds.count(), nanos.count()},
-                                          {seconds.count(), nanos.count()}};
-        ::utimensat(AT_FDCWD, path.c_str(), times, 0);
-    }
+    std::ofstream{path, std::ios::binary}.write(content.data(),
+                                                static_cast<std::streamsize>(content.size()));
+    if (age)
+        std::filesystem::last_write_time(path,
+                                         std::filesystem::file_time_type::clock::now() - *age);
 }
 
 std::string readFile(const std::filesystem::path& path) {
