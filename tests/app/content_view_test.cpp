@@ -1,5 +1,6 @@
 #include "app/content_view.h"
 #include "shell_fixture.h"
+#include "store/settings_keys.h"
 
 #include <gtkmm/label.h>
 
@@ -117,7 +118,7 @@ TEST_F(ContentViewTest, FocusModeHidesTheSidebarAndDraggingTheDividerSwitchesIt)
     EXPECT_EQ(view.get_position(), SidebarView::minimumWidth);
 }
 
-TEST_F(ContentViewTest, GuideIsPresentedModallyOverThePlayerAndItsCloseWritesFalse) {
+TEST_F(ContentViewTest, GuideIsAFixedModalSheetOverThePlayerThatACloseOnlyHides) {
     auto& store = makeStore();
     ASSERT_TRUE(store.isShowingOnboarding()) << "a first start asks for the guide";
     store.addArtifact(root / "first.html");
@@ -129,10 +130,14 @@ TEST_F(ContentViewTest, GuideIsPresentedModallyOverThePlayerAndItsCloseWritesFal
         auto* guide = view.onboardingView();
         EXPECT_TRUE(runMainLoopUntil([&] { return guide->get_mapped(); }));
         EXPECT_EQ(guide->get_transient_for(), window.get());
+        EXPECT_TRUE(guide->get_modal());
+        EXPECT_FALSE(guide->get_resizable());
         EXPECT_EQ(detailText(view), "player first") << "the player keeps running beneath";
 
         guide->close();
         EXPECT_FALSE(store.isShowingOnboarding());
+        EXPECT_FALSE(savedSettings().boolValue(settings_keys::hasSeenOnboarding))
+            << "only Get Started records the guide as seen";
         EXPECT_EQ(view.onboardingView(), nullptr);
         store.setIsShowingOnboarding(true);
         EXPECT_NE(view.onboardingView(), nullptr) << "asked for again, the guide is presented";

@@ -82,18 +82,5 @@ TEST_F(OnboardingViewTest, PagesFollowBackAndNextAndGetStartedRecordsThatTheGuid
     EXPECT_FALSE(makeStore().isShowingOnboarding()) << "the next start does not show it again";
 }
 
-TEST_F(OnboardingViewTest, TheGuideIsAFixedSizeModalSheetThatEveryOtherCloseOnlyHides) {
-    EXPECT_TRUE(guide->get_modal());
-    EXPECT_FALSE(guide->get_resizable());
-    EXPECT_EQ(guide->get_transient_for(), parent.get());
-
-    press(*guide, "Next");
-    guide->close();
-    EXPECT_FALSE(store->isShowingOnboarding());
-    EXPECT_FALSE(savedSettings().boolValue(settings_keys::hasSeenOnboarding));
-    guide.reset();
-    EXPECT_TRUE(makeStore().isShowingOnboarding()) << "the next start shows it again";
-}
-
 } // namespace
 } // namespace kelmo::testing
