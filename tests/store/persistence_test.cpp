@@ -48,24 +48,17 @@ protected:
     }
 };
 
-TEST(FolderBookmark, ResolvesWhileTheFolderExists) {
+// Resolving a vanished or malformed bookmark is checked through the store in
+// BadFolderRecordsAreDropped... below.
+TEST(FolderBookmark, IsMadeOnlyForAnExistingAbsoluteFolderAndRejectsUnknownVersions) {
     testing::TemporaryDirectory dir;
-    const auto folder = dir / "Projects";
-    std::filesystem::create_directory(folder);
-    const auto data = folder_bookmark::make(folder);
-    ASSERT_TRUE(data);
-    EXPECT_EQ(folder_bookmark::resolve(*data), folder);
-    EXPECT_TRUE(folder_bookmark::startAccessing(folder));
-
-    std::filesystem::remove(folder);
-    EXPECT_FALSE(folder_bookmark::resolve(*data));
-    EXPECT_FALSE(folder_bookmark::make(folder));
+    EXPECT_FALSE(folder_bookmark::make(dir / "missing"));
     EXPECT_FALSE(folder_bookmark::make("relative/path"));
-
+    EXPECT_TRUE(folder_bookmark::startAccessing(dir.path()));
     auto future = *folder_bookmark::make(dir.path());
+    EXPECT_EQ(folder_bookmark::resolve(future), dir.path());
     future[8] = 2; // a version this build does not know
     EXPECT_FALSE(folder_bookmark::resolve(future));
-    EXPECT_FALSE(folder_bookmark::resolve({'K', 'E', 'L'}));
 }
 
 TEST_F(PersistenceTest, FavouritesAndRecentsAreRestoredAsSavedOrDiscardedWhenForeign) {
