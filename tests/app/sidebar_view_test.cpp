@@ -69,11 +69,6 @@ TEST_F(SidebarViewTest, CountsFollowTheStoreAndChoosingARowSelectsItsSectionAndT
     store->setSelectedArtifact(store->allArtifacts().front());
     click(row(sidebar, "Favorites"));
     EXPECT_FALSE(store->selectedArtifact().has_value());
-
-    click(row(sidebar, "work"));
-    EXPECT_EQ(store->selectedSection(), SidebarItem::folder(store->watchedFolders().front().id));
-    EXPECT_TRUE(isHighlighted(row(sidebar, "work")));
-    EXPECT_FALSE(isHighlighted(row(sidebar, "Favorites")));
 }
 
 TEST_F(SidebarViewTest, FoldersOfTheSameNameAreToldApartAndTheirMenuOpensOrRemovesThem) {
