@@ -197,6 +197,12 @@ void ArtifactWebView::Coordinator::startTimeout(WebKitWebView* webView) {
 }
 
 void ArtifactWebView::Coordinator::didStartProvisionalNavigation() {
+    // A load whose time-out came before WebKit began it found nothing to stop then; it
+    // is stopped now and stays reported as timed out.
+    if (timedOut_) {
+        webkit_web_view_stop_loading(webView_.get());
+        return;
+    }
     parent_.setIsLoading(true);
 }
 
