@@ -1,6 +1,7 @@
 #include "app/command_line.h"
 #include "app/duskwell_app.h"
 #include "app/head_start.h"
+#include "app/renderer_choice.h"
 #include "runtime/background_compiler.h"
 
 #include <cstdio>
@@ -28,12 +29,15 @@ int main(int argc, char* argv[]) {
         keptArgv.push_back(argument.data());
     keptArgv.push_back(nullptr);
 
+    const auto openGLSkipped = kelmo::skipOpenGLWithoutGraphicsDevice();
     kelmo::DuskwellApp::Configuration configuration;
     kelmo::HeadStart headStart{configuration.applicationId, files.existing};
     configuration.makeStore = [&headStart] {
         auto store = headStart.takeStore();
         return store ? std::move(store) : std::make_unique<kelmo::ArtifactStore>();
     };
+    // Creating the application initialises GTK.
     auto app = kelmo::DuskwellApp::create(std::move(configuration));
+    openGLSkipped();
     return app->run(static_cast<int>(kept.size()), keptArgv.data());
 }

@@ -42,4 +42,24 @@ void preferCairoOnSoftwareRendering(const Glib::RefPtr<Gdk::Display>& display) {
         g_setenv("GSK_RENDERER", "cairo", TRUE);
 }
 
+bool hasGraphicsDevice(const std::filesystem::path& devices) {
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator{devices / "dri", error}) {
+        (void)entry;
+        return true;
+    }
+    return std::filesystem::exists(devices / "nvidiactl", error);
+}
+
+std::function<void()> skipOpenGLWithoutGraphicsDevice() {
+    if (g_getenv("GSK_RENDERER") || g_getenv("GDK_DEBUG") || hasGraphicsDevice())
+        return [] {};
+    g_setenv("GDK_DEBUG", "gl-disable", TRUE);
+    g_setenv("GSK_RENDERER", "cairo", TRUE);
+    // WebKit's DMA-BUF renderer needs OpenGL in GTK; without it WebKit would fall back to
+    // shared memory by itself, with a warning on every start.
+    g_setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", FALSE);
+    return [] { g_unsetenv("GDK_DEBUG"); };
+}
+
 } // namespace kelmo

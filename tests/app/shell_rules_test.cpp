@@ -27,6 +27,19 @@ TEST(RendererChoice, OnlyMesaSoftwareRasterisersCountAsSoftware) {
     EXPECT_FALSE(isSoftwareRenderer("AMD Radeon RX 6600 (radeonsi, navi23, LLVM 15.0.6)"));
 }
 
+TEST(RendererChoice, AGraphicsDeviceIsADriNodeOrNvidiasControlDevice) {
+    testing::TemporaryDirectory devices;
+    EXPECT_FALSE(hasGraphicsDevice(devices / "missing"));
+    EXPECT_FALSE(hasGraphicsDevice(devices.path()));
+    std::filesystem::create_directory(devices / "dri");
+    EXPECT_FALSE(hasGraphicsDevice(devices.path())) << "an empty dri folder";
+    testing::writeFile(devices / "dri" / "renderD128");
+    EXPECT_TRUE(hasGraphicsDevice(devices.path()));
+    std::filesystem::remove_all(devices / "dri");
+    testing::writeFile(devices / "nvidiactl");
+    EXPECT_TRUE(hasGraphicsDevice(devices.path()));
+}
+
 TEST(CommandLine, HelpAndVersionAreAnsweredBeforeAnythingElse) {
     EXPECT_EQ(informationRequested({"kelmo", "--version"}, "1.2.3"), "Kelmo 1.2.3\n");
     EXPECT_EQ(informationRequested({"kelmo", "a.jsx", "-v"}, "1.2.3"), "Kelmo 1.2.3\n");
