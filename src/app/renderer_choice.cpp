@@ -44,10 +44,9 @@ void preferCairoOnSoftwareRendering(const Glib::RefPtr<Gdk::Display>& display) {
 
 bool hasGraphicsDevice(const std::filesystem::path& devices) {
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator{devices / "dri", error}) {
-        (void)entry;
+    const std::filesystem::directory_iterator dri{devices / "dri", error};
+    if (!error && dri != std::filesystem::directory_iterator{})
         return true;
-    }
     return std::filesystem::exists(devices / "nvidiactl", error);
 }
 
