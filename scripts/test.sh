@@ -7,10 +7,12 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 jobs="$(nproc)"
 bash "$here/scripts/setup.sh"
 
-# Display-bound tests get a private X server and session bus; no GPU here.
+# Display-bound tests get a private X server and session bus; no GPU here. Without
+# -noreset Xvfb resets whenever its last client leaves, and a test starting right then
+# cannot open the display.
 export WEBKIT_DISABLE_DMABUF_RENDERER=1
 export LIBGL_ALWAYS_SOFTWARE=1
-under_display() { dbus-run-session -- xvfb-run -a -s "-screen 0 1600x1000x24" "$@"; }
+under_display() { dbus-run-session -- xvfb-run -a -s "-screen 0 1600x1000x24 -noreset" "$@"; }
 
 cmake -S "$here" -B "$here/build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build "$here/build" -j "$jobs"

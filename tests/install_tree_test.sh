@@ -5,7 +5,19 @@
 set -euo pipefail
 build_dir="$1"
 work="$(mktemp -d)"
-trap 'kill "${kelmo_pid:-0}" 2>/dev/null || true; rm -rf "$work"' EXIT
+cleanup() {
+  if [ -n "${kelmo_pid:-}" ]; then
+    # Kelmo leads its own session; WebKit's helper processes stay in it after Kelmo
+    # is gone and keep writing to its cache folder for a moment.
+    pkill -s "$kelmo_pid" 2>/dev/null || true
+    wait "$kelmo_pid" 2>/dev/null || true
+    for helper in $(pgrep -s "$kelmo_pid"); do
+      timeout 10 tail --pid="$helper" -f /dev/null || true
+    done
+  fi
+  rm -rf "$work"
+}
+trap cleanup EXIT
 
 prefix="$work/prefix"
 cmake --install "$build_dir" --prefix "$prefix" >/dev/null
@@ -31,7 +43,7 @@ export default function Installed() {
 }
 JSX
 mkfifo "$work/output"
-"$prefix/bin/kelmo" >"$work/output" 2>/dev/null &
+setsid "$prefix/bin/kelmo" >"$work/output" 2>/dev/null &
 kelmo_pid=$!
 exec 3<"$work/output"
 if timeout 60 grep -m1 -q "🔵 \[JS\] installed tree renders" <&3; then
