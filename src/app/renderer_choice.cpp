@@ -51,7 +51,14 @@ bool hasGraphicsDevice(const std::filesystem::path& devices) {
 }
 
 std::function<void()> skipOpenGLWithoutGraphicsDevice() {
-    if (g_getenv("GSK_RENDERER") || g_getenv("GDK_DEBUG") || hasGraphicsDevice())
+    if (hasGraphicsDevice())
+        return [] {};
+    // Before its first web process starts, WebKit asks OpenGL for the render node to
+    // hand it, loading Mesa's software rasteriser on the main thread to hear that there
+    // is none. A device that opens nothing tells it so at once; pages keep WebGL, which
+    // the web process sets up by itself.
+    g_setenv("WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null", FALSE);
+    if (g_getenv("GSK_RENDERER") || g_getenv("GDK_DEBUG"))
         return [] {};
     g_setenv("GDK_DEBUG", "gl-disable", TRUE);
     g_setenv("GSK_RENDERER", "cairo", TRUE);

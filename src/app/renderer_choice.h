@@ -27,8 +27,9 @@ bool hasGraphicsDevice(const std::filesystem::path& devices = "/dev");
 // leave OpenGL alone and the windows draw with cairo. Call before GTK initialises, and
 // the returned function once it has: it takes the setting back out of the environment,
 // so that programs started later (web processes among them) do not inherit it. WebKit
-// is told to share its frames through memory, as it would find out for itself. The
-// user's own GSK_RENDERER or GDK_DEBUG always wins.
+// is told that there is no render node and to share its frames through memory, as it
+// would find out for itself at a cost. The user's own GSK_RENDERER or GDK_DEBUG always
+// wins.
 std::function<void()> skipOpenGLWithoutGraphicsDevice();
 
 } // namespace kelmo
