@@ -49,7 +49,7 @@ protected:
 };
 
 // Resolving a vanished or malformed bookmark is checked through the store in
-// BadFolderRecordsAreDropped... below.
+// BadFolderRecordsAreDroppedAndAStrayEntryVoidsTheList below.
 TEST(FolderBookmark, IsMadeOnlyForAnExistingAbsoluteFolderAndRejectsUnknownVersions) {
     testing::TemporaryDirectory dir;
     EXPECT_FALSE(folder_bookmark::make(dir / "missing"));
@@ -91,8 +91,7 @@ TEST_F(PersistenceTest, FavouritesAndRecentsAreRestoredAsSavedOrDiscardedWhenFor
     EXPECT_TRUE(store->recentPaths().empty());
 }
 
-TEST_F(PersistenceTest,
-       BadFolderRecordsAreDroppedAStrayEntryVoidsTheListAndDownloadsReplacesAllBroken) {
+TEST_F(PersistenceTest, BadFolderRecordsAreDroppedAndAStrayEntryVoidsTheList) {
     const auto good = root / "Good";
     const auto other = root / "Other";
     writeFile(good / "a.jsx");
