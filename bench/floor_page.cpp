@@ -1,6 +1,6 @@
 #include "floor_page.h"
 
-#include "runtime/background_compiler.h"
+#include "runtime/babel_context.h"
 #include "runtime/resource_locator.h"
 #include "runtime/scheme_support.h"
 

@@ -22,7 +22,7 @@ trap cleanup EXIT
 prefix="$work/prefix"
 cmake --install "$build_dir" --prefix "$prefix" >/dev/null
 
-for file in bin/kelmo share/kelmo/resources/runtime.html share/kelmo/resources/runtime.js \
+for file in bin/kelmo libexec/kelmo/kelmo-compile share/kelmo/resources/runtime.html share/kelmo/resources/runtime.js \
     share/kelmo/resources/react.production.min.js share/kelmo/resources/babel.min.js \
     share/kelmo/resources/style.css share/applications/org.kelmo.Kelmo.desktop \
     share/metainfo/org.kelmo.Kelmo.metainfo.xml share/mime/packages/org.kelmo.Kelmo.xml \
@@ -31,6 +31,13 @@ for file in bin/kelmo share/kelmo/resources/runtime.html share/kelmo/resources/r
 done
 
 "$prefix/bin/kelmo" --version | grep -q '^Kelmo '
+# The compile helper runs from the installed tree with the installed Babel.
+module="$(echo 'export default () => <p>helper</p>;' | "$prefix/libexec/kelmo/kelmo-compile" \
+  "$prefix/share/kelmo/resources/babel.min.js" "$prefix/share/kelmo/resources/artifact-compiler.js")"
+case "$module" in
+  *'"imports":["react/jsx-runtime"]'*) ;;
+  *) echo "the installed compile helper did not compile: $module"; exit 1 ;;
+esac
 
 # A first start watches Downloads and opens its newest artifact straight away.
 export GSK_RENDERER="${GSK_RENDERER:-cairo}" HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data" \

@@ -2,7 +2,6 @@
 #include "app/duskwell_app.h"
 #include "app/head_start.h"
 #include "app/renderer_choice.h"
-#include "runtime/background_compiler.h"
 
 #include <cstdio>
 #include <cstring>
@@ -10,7 +9,6 @@
 #include <vector>
 
 int main(int argc, char* argv[]) {
-    kelmo::keepJavaScriptToQuickTiers();
     const std::vector<std::string> arguments(argv, argv + argc);
     if (const auto information = kelmo::informationRequested(arguments, KELMO_VERSION)) {
         std::fputs(information->c_str(), stdout);

@@ -1,10 +1,10 @@
 #include "runtime/background_compiler.h"
 
+#include "runtime/gobject_ref.h"
 #include "runtime/scheme_support.h"
 
-#include <glib.h>
+#include <gio/gio.h>
 #include <glibmm/main.h>
-#include <jsc/jsc.h>
 #include <map>
 #include <thread>
 #include <vector>
@@ -19,43 +19,39 @@ struct BackgroundCompiler::State {
 
 namespace {
 
-bool evaluate(JSCContext* context, const std::string& script, const char* uri) {
-    JSCValue* result = jsc_context_evaluate_with_source_uri(
-        context, script.data(), static_cast<gssize>(script.size()), uri, 1);
-    if (result)
-        g_object_unref(result);
-    return jsc_context_get_exception(context) == nullptr;
+// Runs the compile helper over the source: the module as JSON text, or nothing when
+// the helper is missing or the source does not compile.
+std::optional<std::string> compileInHelper(const std::filesystem::path& helper,
+                                           const std::filesystem::path& babel,
+                                           const std::filesystem::path& script,
+                                           const std::string& source) {
+    const auto process = GObjectRef<GSubprocess>::adopt(
+        g_subprocess_new(static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDIN_PIPE |
+                                                       G_SUBPROCESS_FLAGS_STDOUT_PIPE),
+                         nullptr, helper.c_str(), babel.c_str(), script.c_str(), nullptr));
+    if (!process)
+        return std::nullopt;
+    GBytes* input = g_bytes_new_static(source.data(), source.size());
+    GBytes* output = nullptr;
+    const bool communicated =
+        g_subprocess_communicate(process.get(), input, nullptr, &output, nullptr, nullptr);
+    g_bytes_unref(input);
+    std::optional<std::string> module;
+    if (communicated && output && g_subprocess_get_successful(process.get())) {
+        gsize size = 0;
+        const auto* data = static_cast<const char*>(g_bytes_get_data(output, &size));
+        module.emplace(data, size);
+    }
+    if (output)
+        g_bytes_unref(output);
+    return module;
 }
 
 } // namespace
 
-void keepJavaScriptToQuickTiers() {
-    jsc_options_set_boolean(JSC_OPTIONS_USE_DFG, FALSE);
-}
-
-std::optional<std::string> compileInContext(const std::string& babel, const std::string& compiler,
-                                            const std::string& source) {
-    JSCContext* context = jsc_context_new();
-    std::optional<std::string> module;
-    if (evaluate(context, babel, "babel.min.js") &&
-        evaluate(context, compiler, "artifact-compiler.js")) {
-        GBytes* bytes = g_bytes_new_static(source.data(), source.size());
-        JSCValue* text = jsc_value_new_string_from_bytes(context, bytes);
-        g_bytes_unref(bytes);
-        jsc_context_set_value(context, "kelmoSource", text);
-        g_object_unref(text);
-        JSCValue* result =
-            jsc_context_evaluate(context, "JSON.stringify(kelmoTransform(kelmoSource))", -1);
-        if (result && !jsc_context_get_exception(context) && jsc_value_is_string(result)) {
-            gchar* json = jsc_value_to_string(result);
-            module = json;
-            g_free(json);
-        }
-        if (result)
-            g_object_unref(result);
-    }
-    g_object_unref(context);
-    return module;
+std::filesystem::path compileHelperPath() {
+    return (executableDirectory() / ".." / "libexec" / "kelmo" / "kelmo-compile")
+        .lexically_normal();
 }
 
 BackgroundCompiler::BackgroundCompiler(ResourceLocator resources,
@@ -108,11 +104,9 @@ bool BackgroundCompiler::compile(const std::string& key, std::string source) {
     std::weak_ptr<State> weakState = state_;
     std::thread{[weakState, key, source = std::move(source), babelFile = *babel,
                  compilerFile = *compiler, cache = cache_] {
-        const auto babel = readWholeFile(babelFile);
-        const auto compiler = readWholeFile(compilerFile);
-        if (babel && compiler)
-            if (const auto module = compileInContext(*babel, *compiler, source))
-                cache->store(key, *module);
+        if (const auto module =
+                compileInHelper(compileHelperPath(), babelFile, compilerFile, source))
+            cache->store(key, *module);
         // Back on the main loop, unless the compiler has gone in the meantime.
         auto* done = new std::function<void()>{[weakState, key] {
             if (const auto state = weakState.lock())

@@ -11,9 +11,9 @@
 
 namespace kelmo {
 
-// Compiles JSX and TSX sources into the compile cache on a worker thread, with the
-// same Babel bundle and compiler script as the player page, in a JavaScript context
-// of its own. A first run of an artifact thus finds the module ready, and the page
+// Compiles JSX and TSX sources into the compile cache in a helper process
+// (kelmo-compile), with the same Babel bundle and compiler script as the player page.
+// A first run of an artifact thus finds the module ready, and the page
 // never loads Babel (the largest file by far) for code that compiles.
 //
 // Jobs are keyed by their compile key; one runs at a time, and a source handed in
@@ -54,18 +54,9 @@ private:
     std::shared_ptr<State> state_;
 };
 
-// Keeps this process's JavaScript engine to its interpreter and baseline compiler.
-// The application runs JavaScript only to compile artifacts, each once: the optimising
-// tiers would spend more time compiling Babel's functions, on threads of their own,
-// than they save, and a first start, which compiles while GTK and WebKit's processes
-// start, is short of processor time. Call before anything in the process uses
-// JavaScriptCore; later calls have no effect. Web processes are not affected.
-void keepJavaScriptToQuickTiers();
-
-// Runs the compiler script over the source in a fresh JavaScript context: the module
-// as JSON text ({code, imports, exports}), or nothing when Babel, the script or the
-// source fails.
-std::optional<std::string> compileInContext(const std::string& babel, const std::string& compiler,
-                                            const std::string& source);
+// The helper program that compiles a source in a process of its own:
+// ../libexec/kelmo/kelmo-compile from the running executable, in the build tree as
+// after installation.
+std::filesystem::path compileHelperPath();
 
 } // namespace kelmo

@@ -16,6 +16,17 @@ add_library(kelmo_player_rules STATIC
 )
 target_link_libraries(kelmo_player_rules PUBLIC kelmo_core)
 
+# Babel in a JavaScript context of its own, and the helper program that compiles with
+# it for the application, beside the executable as after installation.
+add_library(kelmo_babel_context STATIC ${CMAKE_CURRENT_LIST_DIR}/babel_context.cpp)
+target_include_directories(kelmo_babel_context PUBLIC ${PROJECT_SOURCE_DIR}/src)
+target_link_libraries(kelmo_babel_context PUBLIC PkgConfig::JSC)
+add_executable(kelmo-compile ${CMAKE_CURRENT_LIST_DIR}/compile_tool.cpp)
+target_link_libraries(kelmo-compile PRIVATE kelmo_babel_context)
+set_target_properties(kelmo-compile PROPERTIES
+  RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/libexec/kelmo)
+install(TARGETS kelmo-compile RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/kelmo)
+
 add_library(kelmo_runtime STATIC
   ${CMAKE_CURRENT_LIST_DIR}/web_view_schemes.cpp
   ${CMAKE_CURRENT_LIST_DIR}/background_compiler.cpp
@@ -27,3 +38,4 @@ add_library(kelmo_runtime STATIC
 # The player shows the library's type badge, button styles and symbols.
 target_link_libraries(kelmo_runtime PUBLIC kelmo_runtime_schemes kelmo_player_rules kelmo_library
   PkgConfig::GTKMM PkgConfig::WEBKIT)
+add_dependencies(kelmo_runtime kelmo-compile)
