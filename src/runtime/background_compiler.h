@@ -13,8 +13,9 @@ namespace kelmo {
 
 // Compiles JSX and TSX sources into the compile cache in a helper process
 // (kelmo-compile), with the same Babel bundle and compiler script as the player page.
-// A first run of an artifact thus finds the module ready, and the page
-// never loads Babel (the largest file by far) for code that compiles.
+// A first run of an artifact thus finds the module ready, and the page never loads
+// Babel (the largest file by far) for code that compiles. A worker thread feeds the
+// helper and waits for it.
 //
 // Jobs are keyed by their compile key; one runs at a time, and a source handed in
 // while one runs is not compiled here (its page compiles it).
