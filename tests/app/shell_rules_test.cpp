@@ -1,23 +1,11 @@
 #include "app/command_line.h"
 #include "app/renderer_choice.h"
-#include "app/sidebar_badges.h"
 #include "test_support.h"
 
 #include <gtest/gtest.h>
 
 namespace kelmo {
 namespace {
-
-using Kind = SidebarItem::Kind;
-
-TEST(SidebarBadges, LibraryAndFoldersFromOneArtifactFavoritesFromOneRecentsNever) {
-    for (const Kind kind : {Kind::library, Kind::favorites, Kind::folder}) {
-        EXPECT_EQ(sidebarBadgeCount(kind, 0), std::nullopt);
-        EXPECT_EQ(sidebarBadgeCount(kind, 1234), 1234u);
-    }
-    EXPECT_EQ(sidebarBadgeCount(Kind::recents, 20), std::nullopt);
-    EXPECT_EQ(badgeText(1234567), "1234567") << "no grouping";
-}
 
 TEST(RendererChoice, OnlyMesaSoftwareRasterisersCountAsSoftware) {
     for (const char* software :

@@ -59,6 +59,7 @@ TEST_F(SidebarViewTest, CountsFollowTheStoreAndChoosingARowSelectsItsSectionAndT
     EXPECT_EQ(badgeOf(row(sidebar, "Library")), "3");
     EXPECT_EQ(badgeOf(row(sidebar, "work")), "2");
     EXPECT_EQ(badgeOf(row(sidebar, "Favorites")), "1");
+    EXPECT_EQ(badgeOf(row(sidebar, "Recents")), std::nullopt) << "recents show no count";
 
     click(row(sidebar, "Favorites"));
     EXPECT_EQ(store->selectedSection(), SidebarItem::favorites());
