@@ -22,7 +22,7 @@ trap cleanup EXIT
 prefix="$work/prefix"
 cmake --install "$build_dir" --prefix "$prefix" >/dev/null
 
-for file in bin/kelmo libexec/kelmo/kelmo-compile share/kelmo/resources/runtime.html share/kelmo/resources/runtime.js \
+for file in bin/kelmo libexec/kelmo/kelmo-app libexec/kelmo/kelmo-compile share/kelmo/resources/runtime.html share/kelmo/resources/runtime.js \
     share/kelmo/resources/react.production.min.js share/kelmo/resources/babel.min.js \
     share/kelmo/resources/style.css share/applications/org.kelmo.Kelmo.desktop \
     share/metainfo/org.kelmo.Kelmo.metainfo.xml share/mime/packages/org.kelmo.Kelmo.xml \

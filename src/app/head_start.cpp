@@ -1,14 +1,16 @@
 #include "app/head_start.h"
 
-#include <giomm/dbusconnection.h>
+#include "app/start_artifact.h"
+
 #include <giomm/init.h>
 
 namespace kelmo {
 namespace {
 
-// A bus that does not answer within this long is taken as no bus: GApplication then
-// finds out for itself.
-constexpr int busCallTimeoutMilliseconds = 1000;
+// The launcher's helper announces its key within a few hundredths of a second,
+// usually long before this process gets here; it may ask the session bus first,
+// which gets a second to answer.
+constexpr std::chrono::milliseconds handedOverKeyWait{1500};
 
 } // namespace
 
@@ -18,44 +20,21 @@ HeadStart::HeadStart(const std::string& applicationId, const std::vector<std::st
 HeadStart::HeadStart(const std::string& applicationId, const std::vector<std::string>& files,
                      Places places) {
     Gio::init();
+    std::optional<std::string> handedOverKey;
+    if (places.handedOver)
+        handedOverKey = places.handedOver->readKey(handedOverKeyWait);
     if (isNameOwnedOnSessionBus(applicationId))
         return;
     store_ = std::make_unique<ArtifactStore>(std::move(places.store));
     const auto file = artifactToCompileAhead(*store_, files);
-    if (!file)
-        return;
-    compiler_ = BackgroundCompiler::shared(places.resources, places.compileCache);
-    compiler_->compileAhead(*file);
-}
-
-bool isNameOwnedOnSessionBus(const std::string& name) {
-    try {
-        Gio::init();
-        const auto bus = Gio::DBus::Connection::get_sync(Gio::DBus::BusType::SESSION);
-        const auto arguments =
-            Glib::VariantContainerBase::create_tuple(Glib::Variant<Glib::ustring>::create(name));
-        const auto reply =
-            bus->call_sync("/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner",
-                           arguments, "org.freedesktop.DBus", busCallTimeoutMilliseconds);
-        Glib::Variant<bool> owned;
-        reply.get_child(owned, 0);
-        return owned.get();
-    } catch (const Glib::Error&) {
-        return false;
-    }
-}
-
-std::optional<std::filesystem::path> artifactToCompileAhead(const ArtifactStore& store,
-                                                            const std::vector<std::string>& files) {
-    std::string shown;
-    std::error_code error;
-    if (!files.empty())
-        shown = std::filesystem::absolute(files.back(), error).string();
-    else if (store.selectedArtifact())
-        shown = store.selectedArtifact()->url;
-    if (shown.empty() || detectType(shown).kind == ArtifactType::Kind::html)
-        return std::nullopt;
-    return shown;
+    if (handedOverKey || file)
+        compiler_ = BackgroundCompiler::shared(places.resources, places.compileCache);
+    // The launcher's helper chose the artifact as this start does, from the same
+    // settings and folders; should the two differ, its module is kept all the same.
+    if (handedOverKey)
+        compiler_->adopt(*handedOverKey, std::move(*places.handedOver));
+    if (file)
+        compiler_->compileAhead(*file);
 }
 
 } // namespace kelmo

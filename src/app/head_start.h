@@ -2,6 +2,7 @@
 
 #include "runtime/background_compiler.h"
 #include "runtime/compile_cache.h"
+#include "runtime/handed_over_compile.h"
 #include "runtime/resource_locator.h"
 #include "store/artifact_store.h"
 
@@ -18,8 +19,9 @@ namespace kelmo {
 // name on the session bus, this process is the one that will show the window: its
 // store is made at once, and the compile of the JSX or TSX artifact that the window
 // opens into starts on a worker thread, so that Babel loads on a second core while
-// GTK starts on this one. A launch that hands its files to a running Kelmo does
-// neither.
+// GTK starts on this one. When the launcher began that compile before this process
+// (see launcher.cpp), this start takes it over instead. A launch that hands its files
+// to a running Kelmo does neither.
 class HeadStart {
 public:
     // Where the store, the compiler's resources and its cache live; tests point them at
@@ -28,6 +30,8 @@ public:
         ArtifactStore::Environment store;
         ResourceLocator resources = ResourceLocator::application();
         std::filesystem::path compileCache = CompileCache::defaultDirectory();
+        // The compile the launcher began, if it did.
+        std::optional<HandedOverCompile> handedOver;
     };
 
     HeadStart(const std::string& applicationId, const std::vector<std::string>& files);
@@ -44,13 +48,5 @@ private:
     std::unique_ptr<ArtifactStore> store_;
     std::shared_ptr<BackgroundCompiler> compiler_;
 };
-
-// Whether a process owns the name on the session bus; false when there is no bus to ask.
-bool isNameOwnedOnSessionBus(const std::string& name);
-
-// The JSX or TSX file that a start opens into: its last file argument, which is shown
-// last, or without any, the store's selection. Nothing when that is an HTML page.
-std::optional<std::filesystem::path> artifactToCompileAhead(const ArtifactStore& store,
-                                                            const std::vector<std::string>& files);
 
 } // namespace kelmo

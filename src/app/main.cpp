@@ -29,7 +29,9 @@ int main(int argc, char* argv[]) {
 
     const auto openGLSkipped = kelmo::skipOpenGLWithoutGraphicsDevice();
     kelmo::DuskwellApp::Configuration configuration;
-    kelmo::HeadStart headStart{configuration.applicationId, files.existing};
+    kelmo::HeadStart::Places places;
+    places.handedOver = kelmo::HandedOverCompile::fromEnvironment();
+    kelmo::HeadStart headStart{configuration.applicationId, files.existing, std::move(places)};
     configuration.makeStore = [&headStart] {
         auto store = headStart.takeStore();
         return store ? std::move(store) : std::make_unique<kelmo::ArtifactStore>();

@@ -50,8 +50,7 @@ std::optional<std::string> compileInHelper(const std::filesystem::path& helper,
 } // namespace
 
 std::filesystem::path compileHelperPath() {
-    return (executableDirectory() / ".." / "libexec" / "kelmo" / "kelmo-compile")
-        .lexically_normal();
+    return installationPrefix() / "libexec" / "kelmo" / "kelmo-compile";
 }
 
 BackgroundCompiler::BackgroundCompiler(ResourceLocator resources,
@@ -99,13 +98,26 @@ bool BackgroundCompiler::compile(const std::string& key, std::string source) {
     const auto compiler = resources_.url("artifact-compiler", "js");
     if (!babel || !compiler)
         return false;
-    state_->running[key];
+    runJob(key, [source = std::move(source), babelFile = *babel, compilerFile = *compiler] {
+        return compileInHelper(compileHelperPath(), babelFile, compilerFile, source);
+    });
+    return true;
+}
 
+bool BackgroundCompiler::adopt(const std::string& key, HandedOverCompile helper) {
+    if (!state_->running.empty())
+        return isCompiling(key);
+    auto shared = std::make_shared<HandedOverCompile>(std::move(helper));
+    runJob(key, [shared] { return shared->readModule(); });
+    return true;
+}
+
+void BackgroundCompiler::runJob(const std::string& key,
+                                std::function<std::optional<std::string>()> work) {
+    state_->running[key];
     std::weak_ptr<State> weakState = state_;
-    std::thread{[weakState, key, source = std::move(source), babelFile = *babel,
-                 compilerFile = *compiler, cache = cache_] {
-        if (const auto module =
-                compileInHelper(compileHelperPath(), babelFile, compilerFile, source))
+    std::thread{[weakState, key, work = std::move(work), cache = cache_] {
+        if (const auto module = work())
             cache->store(key, *module);
         // Back on the main loop, unless the compiler has gone in the meantime.
         auto* done = new std::function<void()>{[weakState, key] {
@@ -120,7 +132,6 @@ bool BackgroundCompiler::compile(const std::string& key, std::string source) {
             },
             done, [](gpointer data) { delete static_cast<std::function<void()>*>(data); });
     }}.detach();
-    return true;
 }
 
 void BackgroundCompiler::whenDone(const std::string& key, std::function<void()> done) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "runtime/compile_cache.h"
+#include "runtime/handed_over_compile.h"
 #include "runtime/resource_locator.h"
 
 #include <filesystem>
@@ -41,6 +42,9 @@ public:
     // Starts compiling unless a job is running already; answers whether this key is
     // now compiling.
     bool compile(const std::string& key, std::string source);
+    // Takes over a compile of that key begun before this process (by the launcher), as
+    // a job like any other; answers whether this key is now compiling.
+    bool adopt(const std::string& key, HandedOverCompile helper);
     bool isCompiling(const std::string& key) const;
     // Calls done on the main loop once the job of that key has ended; at once (still
     // from the main loop) when none is running.
@@ -49,6 +53,9 @@ public:
 private:
     struct State;
     static void finish(State& state, const std::string& key);
+    // Runs work on a worker thread, keeps the module it makes under key, and ends the
+    // job on the main loop.
+    void runJob(const std::string& key, std::function<std::optional<std::string>()> work);
 
     ResourceLocator resources_;
     std::shared_ptr<CompileCache> cache_;
@@ -56,8 +63,7 @@ private:
 };
 
 // The helper program that compiles a source in a process of its own:
-// ../libexec/kelmo/kelmo-compile from the running executable, in the build tree as
-// after installation.
+// libexec/kelmo/kelmo-compile under the installation prefix.
 std::filesystem::path compileHelperPath();
 
 } // namespace kelmo

@@ -2,10 +2,22 @@
 // the Babel bundle and the compiler script, and writes the module (JSON text) to
 // standard output. Exits with 1, writing nothing, when anything fails.
 //
+// kelmo-compile --head-start APPLICATION_ID [ARGUMENT…]: run by the launcher beside
+// the application's start, with the start's arguments. Finds the JSX or TSX artifact
+// that the start will open into, as the application does; when no running Kelmo
+// holds the application's name and the artifact's module is not kept yet, writes its
+// compile key and a newline, then compiles it as above (see HandedOverCompile).
+// Otherwise writes nothing.
+//
 // The application compiles ahead of its pages in this process of its own, so that
 // the memory Babel leaves behind goes back to the system as soon as the compile ends.
 
+#include "app/command_line.h"
+#include "app/start_artifact.h"
 #include "runtime/babel_context.h"
+#include "runtime/compile_cache.h"
+#include "runtime/resource_locator.h"
+#include "runtime/scheme_support.h"
 
 #include <cstdio>
 #include <glib.h>
@@ -13,7 +25,9 @@
 #include <iterator>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <sys/resource.h>
+#include <vector>
 
 namespace {
 
@@ -31,25 +45,85 @@ std::optional<std::string> contentsOf(const char* file) {
     return text;
 }
 
+bool compile(const char* babelFile, const char* scriptFile, const std::string& source) {
+    const auto babel = contentsOf(babelFile);
+    const auto script = contentsOf(scriptFile);
+    if (!babel || !script)
+        return false;
+    const auto module = kelmo::compileInContext(*babel, *script, source);
+    if (!module)
+        return false;
+    std::fwrite(module->data(), 1, module->size(), stdout);
+    return std::fflush(stdout) == 0;
+}
+
+// The artifact the start will open into, chosen by a store of its own over a copy of
+// the settings: the application's store owns the real file, and nothing written here
+// may reach it.
+std::optional<std::filesystem::path> artifactTheStartOpens(const std::vector<std::string>& files) {
+    kelmo::ArtifactStore::Environment environment;
+    gchar* scratch = g_dir_make_tmp("kelmo-head-start-XXXXXX", nullptr);
+    if (!scratch)
+        return std::nullopt;
+    const std::filesystem::path folder{scratch};
+    g_free(scratch);
+    std::error_code error;
+    std::filesystem::copy_file(environment.settingsFile, folder / "settings", error);
+    environment.settingsFile = folder / "settings";
+    std::optional<std::filesystem::path> file;
+    {
+        kelmo::ArtifactStore store{std::move(environment)};
+        file = kelmo::artifactToCompileAhead(store, files);
+    }
+    std::filesystem::remove_all(folder, error);
+    return file;
+}
+
+int headStart(const std::string& applicationId, const std::vector<std::string>& arguments) {
+    if (kelmo::isNameOwnedOnSessionBus(applicationId))
+        return 0;
+    const auto files = kelmo::checkFileArguments(kelmo::fileArguments(arguments)).existing;
+    const auto file = artifactTheStartOpens(files);
+    if (!file)
+        return 0;
+    const auto source = kelmo::readWholeFile(*file);
+    if (!source || !kelmo::isValidUtf8(*source))
+        return 0;
+    const auto& resources = kelmo::ResourceLocator::application();
+    const auto babel = resources.url("babel.min", "js");
+    const auto script = resources.url("artifact-compiler", "js");
+    if (!babel || !script)
+        return 0;
+    const kelmo::CompileCache cache{kelmo::CompileCache::defaultDirectory(),
+                                    kelmo::CompileCache::fingerprintOf(resources)};
+    const std::string key = cache.keyFor(*source);
+    if (cache.lookup(key))
+        return 0;
+    std::printf("%s\n", key.c_str());
+    if (std::fflush(stdout) != 0)
+        return 1;
+    return compile(babel->c_str(), script->c_str(), *source) ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
-    if (argc != 3) {
-        std::fputs("usage: kelmo-compile BABEL SCRIPT < SOURCE > MODULE\n", stderr);
-        return 2;
-    }
     const rlimit processorTime{processorSecondsAllowed, processorSecondsAllowed};
     setrlimit(RLIMIT_CPU, &processorTime);
     kelmo::keepJavaScriptToQuickTiers();
-    const auto babel = contentsOf(argv[1]);
-    const auto script = contentsOf(argv[2]);
+    if (argc >= 3 && std::string_view{argv[1]} == "--head-start") {
+        // The start's own command line, program name first.
+        std::vector<std::string> arguments{"kelmo"};
+        arguments.insert(arguments.end(), argv + 3, argv + argc);
+        return headStart(argv[2], arguments);
+    }
+    if (argc != 3) {
+        std::fputs("usage: kelmo-compile BABEL SCRIPT < SOURCE > MODULE\n"
+                   "       kelmo-compile --head-start APPLICATION_ID [ARGUMENT…]\n",
+                   stderr);
+        return 2;
+    }
     const std::string source{std::istreambuf_iterator<char>{std::cin},
                              std::istreambuf_iterator<char>{}};
-    if (!babel || !script)
-        return 1;
-    const auto module = kelmo::compileInContext(*babel, *script, source);
-    if (!module)
-        return 1;
-    std::fwrite(module->data(), 1, module->size(), stdout);
-    return std::fflush(stdout) == 0 ? 0 : 1;
+    return compile(argv[1], argv[2], source) ? 0 : 1;
 }

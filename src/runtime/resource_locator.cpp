@@ -8,8 +8,7 @@ ResourceLocator::ResourceLocator(std::filesystem::path directory)
     : directory_{std::move(directory)} {}
 
 const ResourceLocator& ResourceLocator::application() {
-    static const ResourceLocator locator{
-        (executableDirectory() / ".." / "share" / "kelmo" / "resources").lexically_normal()};
+    static const ResourceLocator locator{installationPrefix() / "share" / "kelmo" / "resources"};
     return locator;
 }
 
@@ -34,6 +33,13 @@ std::filesystem::path executableDirectory() {
     if (error)
         return std::filesystem::current_path(error);
     return executable.parent_path();
+}
+
+std::filesystem::path installationPrefix() {
+    const auto directory = executableDirectory();
+    if (directory.filename() == "kelmo" && directory.parent_path().filename() == "libexec")
+        return directory.parent_path().parent_path();
+    return directory.parent_path();
 }
 
 } // namespace kelmo

@@ -7,9 +7,9 @@
 namespace kelmo {
 
 // Finds the application's resource files: the top-level files of one directory,
-// by base name and extension. The application's directory lies beside the
-// executable at ../share/kelmo/resources, which holds both in the build tree
-// and after installation.
+// by base name and extension. The application's directory is
+// share/kelmo/resources under the installation prefix, in the build tree as after
+// installation.
 class ResourceLocator {
 public:
     explicit ResourceLocator(std::filesystem::path directory);
@@ -30,5 +30,10 @@ private:
 
 // The directory that holds the running executable.
 std::filesystem::path executableDirectory();
+
+// The directory that holds bin, libexec and share: the parent of bin, where the
+// launcher and the tests' programs live, or of libexec/kelmo, where the application
+// and its compile helper do.
+std::filesystem::path installationPrefix();
 
 } // namespace kelmo

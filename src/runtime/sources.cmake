@@ -6,6 +6,7 @@ add_library(kelmo_runtime_schemes STATIC
   ${CMAKE_CURRENT_LIST_DIR}/artifact_file_scheme_handler.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_storage.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compile_cache.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/handed_over_compile.cpp
 )
 target_link_libraries(kelmo_runtime_schemes PUBLIC kelmo_core)
 
@@ -17,12 +18,12 @@ add_library(kelmo_player_rules STATIC
 target_link_libraries(kelmo_player_rules PUBLIC kelmo_core)
 
 # Babel in a JavaScript context of its own, and the helper program that compiles with
-# it for the application, beside the executable as after installation.
+# it for the application and, in its head-start mode, for the launcher.
 add_library(kelmo_babel_context STATIC ${CMAKE_CURRENT_LIST_DIR}/babel_context.cpp)
 target_include_directories(kelmo_babel_context PUBLIC ${PROJECT_SOURCE_DIR}/src)
 target_link_libraries(kelmo_babel_context PUBLIC PkgConfig::JSC)
 add_executable(kelmo-compile ${CMAKE_CURRENT_LIST_DIR}/compile_tool.cpp)
-target_link_libraries(kelmo-compile PRIVATE kelmo_babel_context)
+target_link_libraries(kelmo-compile PRIVATE kelmo_babel_context kelmo_launch kelmo_runtime_schemes)
 set_target_properties(kelmo-compile PROPERTIES
   RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/libexec/kelmo)
 install(TARGETS kelmo-compile RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/kelmo)

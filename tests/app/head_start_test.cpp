@@ -1,8 +1,10 @@
 #include "app/head_start.h"
+#include "app/start_artifact.h"
 #include "model/uuid.h"
 #include "test_support.h"
 
 #include <giomm/dbusownname.h>
+#include <glib.h>
 #include <gtest/gtest.h>
 
 namespace kelmo {
@@ -34,6 +36,34 @@ protected:
         places.compileCache = home / "compiled";
         return places;
     }
+
+    // The compile helper in its head-start mode, started as the launcher starts it,
+    // with this home as the user's (its settings, cache and Downloads).
+    HandedOverCompile launcherHelper(const std::string& id, const std::vector<std::string>& files) {
+        std::vector<std::string> arguments{compileHelperPath().string(), "--head-start", id};
+        arguments.insert(arguments.end(), files.begin(), files.end());
+        std::vector<gchar*> argv;
+        for (auto& argument : arguments)
+            argv.push_back(argument.data());
+        argv.push_back(nullptr);
+        gchar** environment = g_get_environ();
+        environment = g_environ_setenv(environment, "HOME", home.path().c_str(), TRUE);
+        environment =
+            g_environ_setenv(environment, "XDG_CONFIG_HOME", (home / "config").c_str(), TRUE);
+        environment =
+            g_environ_setenv(environment, "XDG_CACHE_HOME", (home / "cache").c_str(), TRUE);
+        GPid helper = 0;
+        gint output = -1;
+        const bool started =
+            g_spawn_async_with_pipes(nullptr, argv.data(), environment, G_SPAWN_DO_NOT_REAP_CHILD,
+                                     nullptr, nullptr, &helper, nullptr, &output, nullptr, nullptr);
+        g_strfreev(environment);
+        EXPECT_TRUE(started);
+        return HandedOverCompile{output, helper};
+    }
+
+    // Where the launcher's helper keeps modules, as it uses the user's cache.
+    std::filesystem::path helperCache() const { return home / "cache" / "kelmo" / "compiled"; }
 
     const std::string source = "export default function App() { return <p>new</p>; }\n";
     TemporaryDirectory home;
@@ -71,6 +101,36 @@ TEST_F(HeadStartTest, AStartCompilesTheLastFileItIsGivenAndNothingForAPage) {
     HeadStart page{unusedApplicationId(), {(home / "elsewhere" / "page.htm").string()}, places()};
     EXPECT_TRUE(page.takeStore());
     EXPECT_FALSE(page.compiler()) << "a start that shows a page has nothing to compile";
+}
+
+TEST_F(HeadStartTest, AStartTakesOverTheCompileTheLauncherBeganAndKeepsItsModule) {
+    const std::string id = unusedApplicationId();
+    auto taken = places();
+    taken.compileCache = helperCache();
+    taken.handedOver = launcherHelper(id, {});
+    HeadStart start{id, {}, std::move(taken)};
+    ASSERT_TRUE(start.compiler());
+    const auto& cache = *start.compiler()->cache();
+    EXPECT_TRUE(testing::runMainLoopUntil(
+        [&] { return cache.lookup(cache.keyFor(source)).has_value(); }, std::chrono::seconds{60}));
+    EXPECT_FALSE(std::filesystem::exists(home / "config" / "kelmo" / "settings"))
+        << "the helper's store writes to a copy of the settings";
+    ASSERT_TRUE(testing::runMainLoopUntil(
+        [&] { return !start.compiler()->isCompiling(cache.keyFor(source)); }));
+
+    // Had the helper chosen another artifact, its module is kept, and this start leaves
+    // its own to the page rather than run a second compile beside it.
+    const std::string given = "export default () => <p>given</p>;\n";
+    testing::writeFile(home / "elsewhere" / "Given.jsx", given);
+    testing::writeFile(downloads() / "Newer.jsx", "export default () => <p>newer</p>;\n");
+    auto differing = places();
+    differing.compileCache = helperCache();
+    differing.handedOver = launcherHelper(id, {(home / "elsewhere" / "Given.jsx").string()});
+    HeadStart other{id, {}, std::move(differing)};
+    ASSERT_TRUE(other.compiler());
+    EXPECT_TRUE(testing::runMainLoopUntil(
+        [&] { return cache.lookup(cache.keyFor(given)).has_value(); }, std::chrono::seconds{60}));
+    EXPECT_FALSE(cache.lookup(cache.keyFor("export default () => <p>newer</p>;\n")));
 }
 
 TEST_F(HeadStartTest, ALaunchWhileKelmoRunsLeavesTheStoreAndTheCompileToIt) {
