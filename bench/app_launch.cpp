@@ -3,13 +3,13 @@
 #include "store/settings_keys.h"
 #include "store/settings_store.h"
 
+#include <X11/Xlib.h>
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
 #include <algorithm>
 #include <climits>
 #include <csignal>
 #include <fstream>
-#include <X11/Xlib.h>
-#include <X11/extensions/XTest.h>
-#include <X11/keysym.h>
 #include <sys/inotify.h>
 #include <unistd.h>
 
