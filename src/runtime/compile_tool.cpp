@@ -82,8 +82,11 @@ std::optional<std::filesystem::path> artifactTheStartOpens(const std::vector<std
 int headStart(const std::string& applicationId, const std::vector<std::string>& arguments) {
     if (kelmo::isNameOwnedOnSessionBus(applicationId))
         return 0;
-    const auto files = kelmo::checkFileArguments(kelmo::fileArguments(arguments)).existing;
-    const auto file = artifactTheStartOpens(files);
+    const auto files = kelmo::checkFileArguments(kelmo::fileArguments(arguments));
+    // Given only missing files, the start reports them and ends.
+    if (files.existing.empty() && !files.missing.empty())
+        return 0;
+    const auto file = artifactTheStartOpens(files.existing);
     if (!file)
         return 0;
     const auto source = kelmo::readWholeFile(*file);

@@ -131,6 +131,12 @@ TEST_F(HeadStartTest, AStartTakesOverTheCompileTheLauncherBeganAndKeepsItsModule
     EXPECT_TRUE(testing::runMainLoopUntil(
         [&] { return cache.lookup(cache.keyFor(given)).has_value(); }, std::chrono::seconds{60}));
     EXPECT_FALSE(cache.lookup(cache.keyFor("export default () => <p>newer</p>;\n")));
+
+    // Newer.jsx, not compiled yet, is what a start without files would open; a start
+    // given only missing files opens nothing.
+    EXPECT_EQ(
+        launcherHelper(id, {(home / "missing.jsx").string()}).readKey(std::chrono::seconds{30}),
+        std::nullopt);
 }
 
 TEST_F(HeadStartTest, ALaunchWhileKelmoRunsLeavesTheStoreAndTheCompileToIt) {
