@@ -10,6 +10,7 @@
 
 #include "app/command_line.h"
 #include "runtime/handed_over_compile.h"
+#include "runtime/resource_locator.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -18,17 +19,10 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
-#include <string_view>
 #include <unistd.h>
 #include <vector>
 
 namespace {
-
-std::filesystem::path installationPrefix() {
-    std::error_code error;
-    const auto executable = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::filesystem::path{".."} : executable.parent_path().parent_path();
-}
 
 // Starts the helper with its standard output on a pipe, and names the pipe's read end
 // and the helper in this process's environment for the application. Without a pipe
@@ -61,7 +55,7 @@ void startHeadStart(const std::filesystem::path& helper, int argc, char* argv[])
 } // namespace
 
 int main(int argc, char* argv[]) {
-    const auto prefix = installationPrefix();
+    const auto prefix = kelmo::installationPrefix();
     const auto application = prefix / "libexec" / "kelmo" / "kelmo-app";
     // Help and version are answered by the application at once; nothing is opened.
     if (!kelmo::informationRequested({argv, argv + argc}, {}))

@@ -57,7 +57,8 @@ add_dependencies(kelmo-app kelmo_resources)
 install(TARGETS kelmo-app RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/kelmo)
 
 # The command people run; it links neither GTK nor WebKit (see launcher.cpp).
-add_executable(kelmo ${CMAKE_CURRENT_LIST_DIR}/launcher.cpp ${CMAKE_CURRENT_LIST_DIR}/command_line.cpp)
+add_executable(kelmo ${CMAKE_CURRENT_LIST_DIR}/launcher.cpp ${CMAKE_CURRENT_LIST_DIR}/command_line.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/../runtime/resource_locator.cpp)
 target_include_directories(kelmo PRIVATE ${PROJECT_SOURCE_DIR}/src)
 target_compile_definitions(kelmo PRIVATE KELMO_APP_ID="${KELMO_APP_ID}")
 add_dependencies(kelmo kelmo-app kelmo-compile)

@@ -35,19 +35,10 @@ namespace {
 // the artifact's page compiles it instead.
 constexpr rlim_t processorSecondsAllowed = 60;
 
-std::optional<std::string> contentsOf(const char* file) {
-    gchar* contents = nullptr;
-    gsize length = 0;
-    if (!g_file_get_contents(file, &contents, &length, nullptr))
-        return std::nullopt;
-    std::string text{contents, length};
-    g_free(contents);
-    return text;
-}
-
-bool compile(const char* babelFile, const char* scriptFile, const std::string& source) {
-    const auto babel = contentsOf(babelFile);
-    const auto script = contentsOf(scriptFile);
+bool compile(const std::filesystem::path& babelFile, const std::filesystem::path& scriptFile,
+             const std::string& source) {
+    const auto babel = kelmo::readWholeFile(babelFile);
+    const auto script = kelmo::readWholeFile(scriptFile);
     if (!babel || !script)
         return false;
     const auto module = kelmo::compileInContext(*babel, *script, source);
@@ -105,7 +96,7 @@ int headStart(const std::string& applicationId, const std::vector<std::string>& 
     std::printf("%s\n", key.c_str());
     if (std::fflush(stdout) != 0)
         return 1;
-    return compile(babel->c_str(), script->c_str(), *source) ? 0 : 1;
+    return compile(*babel, *script, *source) ? 0 : 1;
 }
 
 } // namespace
