@@ -231,6 +231,21 @@
     return entry;
   }
 
+  // The modules Kelmo ships that a source names in its imports, read from the text
+  // itself, before it compiles. A name in a comment or a type-only import is among
+  // them: its files load and go unused.
+  function namedIn(source) {
+    const named = new Set();
+    const importPattern =
+      /\bfrom\s*["']([^"'\n]+)["']|\bimport\s*\(?\s*["']([^"'\n]+)["']|\brequire\s*\(\s*["']([^"'\n]+)["']/g;
+    for (const match of source.matchAll(importPattern)) {
+      const specifier = match[1] || match[2] || match[3];
+      if (resolve(specifier))
+        named.add(specifier);
+    }
+    return [...named];
+  }
+
   // What an artifact may import, for the message about an unknown import.
   function listing() {
     const names = Object.keys(modules).filter((name) => !modules[name].hidden);
@@ -238,5 +253,5 @@
   }
 
   window.kelmoModules = modules;
-  window.kelmoModuleTable = { resolve, listing };
+  window.kelmoModuleTable = { resolve, namedIn, listing };
 })();

@@ -144,8 +144,8 @@
   const moduleExports = new Map();
 
   // Scripts added together download in parallel and, not being async, run in the
-  // order they were added.
-  function loadFile(file) {
+  // order they were added; one loaded out of order runs as soon as it arrives.
+  function loadFile(file, { inOrder = true } = {}) {
     // The page itself loads the files every artifact needs, ahead of this script.
     if (!loadedFiles.has(file) && document.querySelector(`script[src="${PLAYER_URL + file}"]`))
       loadedFiles.set(file, Promise.resolve());
@@ -153,7 +153,7 @@
       loadedFiles.set(file, new Promise((resolve, reject) => {
         const script = document.createElement("script");
         script.src = PLAYER_URL + file;
-        script.async = false;
+        script.async = !inOrder;
         script.onload = resolve;
         script.onerror = () => reject(new Error(`Could not load the runtime file ${file}`));
         document.head.append(script);
@@ -180,11 +180,11 @@
   // Without a module from an earlier run, the application may be compiling this code
   // right now: ask for its module at once; the answer comes when the compile ends.
   // The key names the compile, so that WebKit's memory cache never hands one page the
-  // module of another.
+  // module of another. Out of order: the files loaded while it compiles run meanwhile.
   const moduleCompiledOnTheSide = earlierCompiled()
     ? undefined
-    : loadFile(`${COMPILED_MODULE_FILE}?key=${encodeURIComponent(window.kelmoCompileKey)}`)
-      .catch(() => undefined);
+    : loadFile(`${COMPILED_MODULE_FILE}?key=${encodeURIComponent(window.kelmoCompileKey)}`,
+      { inOrder: false }).catch(() => undefined);
 
   // ---- Tailwind ----------------------------------------------------------------
 
@@ -427,6 +427,9 @@
     // itself. Babel is the largest file by far and loads only when needed.
     const basics = Promise.all([loadModules(["react", "react-dom/client"]), tailwindBeforeFirstFrame]);
     basics.catch(() => undefined); // reported once, where it is awaited below
+    // The application is compiling meanwhile: the libraries load while it does.
+    if (moduleCompiledOnTheSide && window.kelmoModuleTable)
+      loadModules(window.kelmoModuleTable.namedIn(source)).catch(() => undefined);
     await moduleCompiledOnTheSide;
     let compiled = earlierCompiled();
     if (!compiled) {

@@ -143,6 +143,25 @@ TEST_F(ArtifactLibraryTest, IconsAnswerByEveryNameAndAnUnknownOneByAPlaceholder)
     EXPECT_TRUE(output.waitFor("⚠️  [JS] lucide-react has no icon \"IconFromTheFuture\""));
 }
 
+// While a first run compiles, the page loads the shipped modules its source names;
+// local files and packages Kelmo lacks are not among them.
+TEST_F(ArtifactLibraryTest, TheModulesASourceNamesAreReadFromItsText) {
+    ASSERT_EQ(run("named.jsx", "export default () => <p>named</p>;"), "rendered");
+    const std::string source = R"(
+        import React, { useState } from 'react';
+        import {
+          LineChart, Line,
+        } from "recharts";
+        import type { Props } from "./types";
+        import "./styles.css";
+        import { motion } from "some-package-kelmo-lacks";
+        const _ = require("lodash/debounce");
+        const d3 = await import("d3");
+        export * from "recharts";)";
+    EXPECT_EQ(host().evaluate("JSON.stringify(kelmoModuleTable.namedIn(`" + source + "`))"),
+              R"(["react","recharts","./styles.css","lodash/debounce","d3"])");
+}
+
 TEST_F(ArtifactLibraryTest, ClaudeAndFileApisRejectOffline) {
     ASSERT_EQ(run("offline.jsx", R"(
         export default function App() {
