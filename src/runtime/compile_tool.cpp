@@ -9,6 +9,12 @@
 // compile key and a newline, then compiles it as above (see HandedOverCompile).
 // Otherwise writes nothing.
 //
+// kelmo-compile --seed-bytecode FOLDER SOURCE…: compiles the sources in JavaScriptCore's
+// shell, keeping its bytecode under the folder (see ShellBytecodeCache); the build
+// installs that folder for first runs to start from.
+//
+// Babel runs in JavaScriptCore's shell when the build found one, with the bytecode it
+// kept from earlier runs, and in this process when there is none or it fails.
 // The application compiles ahead of its pages in this process of its own, so that
 // the memory Babel leaves behind goes back to the system as soon as the compile ends.
 
@@ -16,6 +22,7 @@
 #include "app/start_artifact.h"
 #include "runtime/babel_context.h"
 #include "runtime/compile_cache.h"
+#include "runtime/javascript_shell.h"
 #include "runtime/resource_locator.h"
 #include "runtime/scheme_support.h"
 
@@ -35,13 +42,37 @@ namespace {
 // the artifact's page compiles it instead.
 constexpr rlim_t processorSecondsAllowed = 60;
 
-bool compile(const std::filesystem::path& babelFile, const std::filesystem::path& scriptFile,
-             const std::string& source) {
+// Compiles in JavaScriptCore's shell when there is one, for its bytecode cache; in a
+// context of this process's own when the shell fails for any reason but the source.
+std::optional<std::string> compileToModule(const std::filesystem::path& babelFile,
+                                           const std::filesystem::path& scriptFile,
+                                           const std::string& source) {
+#ifdef KELMO_JAVASCRIPT_SHELL
+    const std::filesystem::path shell{KELMO_JAVASCRIPT_SHELL};
+    const auto driver = kelmo::ResourceLocator::application().url("compile-in-shell", "js");
+    const kelmo::ShellBytecodeCache bytecode{kelmo::ShellBytecodeCache::defaultRoot(),
+                                             kelmo::ShellBytecodeCache::installedSeedRoot(),
+                                             kelmo::ShellBytecodeCache::identityOf(shell)};
+    if (const auto folder = driver ? bytecode.prepare() : std::nullopt) {
+        auto result =
+            kelmo::compileInShell(shell, *folder, *driver, babelFile, scriptFile, source);
+        if (result.outcome == kelmo::ShellCompile::Outcome::compiled)
+            return std::move(result.module);
+        if (result.outcome == kelmo::ShellCompile::Outcome::sourceRejected)
+            return std::nullopt;
+        bytecode.discard();
+    }
+#endif
     const auto babel = kelmo::readWholeFile(babelFile);
     const auto script = kelmo::readWholeFile(scriptFile);
     if (!babel || !script)
-        return false;
-    const auto module = kelmo::compileInContext(*babel, *script, source);
+        return std::nullopt;
+    return kelmo::compileInContext(*babel, *script, source);
+}
+
+bool compile(const std::filesystem::path& babelFile, const std::filesystem::path& scriptFile,
+             const std::string& source) {
+    const auto module = compileToModule(babelFile, scriptFile, source);
     if (!module)
         return false;
     std::fwrite(module->data(), 1, module->size(), stdout);
@@ -99,6 +130,34 @@ int headStart(const std::string& applicationId, const std::vector<std::string>& 
     return compile(*babel, *script, *source) ? 0 : 1;
 }
 
+// Compiles each source in the shell with its bytecode kept under the folder, as the
+// build does to give first runs Babel's bytecode ready made.
+int seedBytecode(const std::filesystem::path& root, const std::vector<std::string>& sources) {
+#ifdef KELMO_JAVASCRIPT_SHELL
+    const std::filesystem::path shell{KELMO_JAVASCRIPT_SHELL};
+    const auto& resources = kelmo::ResourceLocator::application();
+    const auto driver = resources.url("compile-in-shell", "js");
+    const auto babel = resources.url("babel.min", "js");
+    const auto script = resources.url("artifact-compiler", "js");
+    const kelmo::ShellBytecodeCache bytecode{root, {}, kelmo::ShellBytecodeCache::identityOf(shell)};
+    const auto folder = bytecode.prepare();
+    if (!driver || !babel || !script || !folder)
+        return 1;
+    for (const auto& file : sources) {
+        const auto source = kelmo::readWholeFile(file);
+        if (!source ||
+            kelmo::compileInShell(shell, *folder, *driver, *babel, *script, *source).outcome !=
+                kelmo::ShellCompile::Outcome::compiled)
+            return 1;
+    }
+    return 0;
+#else
+    (void)root;
+    (void)sources;
+    return 0;
+#endif
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -111,9 +170,12 @@ int main(int argc, char* argv[]) {
         arguments.insert(arguments.end(), argv + 3, argv + argc);
         return headStart(argv[2], arguments);
     }
+    if (argc >= 3 && std::string_view{argv[1]} == "--seed-bytecode")
+        return seedBytecode(argv[2], std::vector<std::string>(argv + 3, argv + argc));
     if (argc != 3) {
         std::fputs("usage: kelmo-compile BABEL SCRIPT < SOURCE > MODULE\n"
-                   "       kelmo-compile --head-start APPLICATION_ID [ARGUMENT…]\n",
+                   "       kelmo-compile --head-start APPLICATION_ID [ARGUMENT…]\n"
+                   "       kelmo-compile --seed-bytecode FOLDER SOURCE…\n",
                    stderr);
         return 2;
     }
