@@ -54,8 +54,7 @@ std::optional<std::string> compileToModule(const std::filesystem::path& babelFil
                                              kelmo::ShellBytecodeCache::installedSeedRoot(),
                                              kelmo::ShellBytecodeCache::identityOf(shell)};
     if (const auto folder = driver ? bytecode.prepare() : std::nullopt) {
-        auto result =
-            kelmo::compileInShell(shell, *folder, *driver, babelFile, scriptFile, source);
+        auto result = kelmo::compileInShell(shell, *folder, *driver, babelFile, scriptFile, source);
         if (result.outcome == kelmo::ShellCompile::Outcome::compiled)
             return std::move(result.module);
         if (result.outcome == kelmo::ShellCompile::Outcome::sourceRejected)
@@ -139,7 +138,8 @@ int seedBytecode(const std::filesystem::path& root, const std::vector<std::strin
     const auto driver = resources.url("compile-in-shell", "js");
     const auto babel = resources.url("babel.min", "js");
     const auto script = resources.url("artifact-compiler", "js");
-    const kelmo::ShellBytecodeCache bytecode{root, {}, kelmo::ShellBytecodeCache::identityOf(shell)};
+    const kelmo::ShellBytecodeCache bytecode{
+        root, {}, kelmo::ShellBytecodeCache::identityOf(shell)};
     const auto folder = bytecode.prepare();
     if (!driver || !babel || !script || !folder)
         return 1;

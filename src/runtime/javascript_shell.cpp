@@ -25,7 +25,8 @@ constexpr std::string_view sourceRejectedLine = "null";
 class FileDescriptor {
 public:
     explicit FileDescriptor(int descriptor = -1) : descriptor_{descriptor} {}
-    FileDescriptor(FileDescriptor&& other) noexcept : descriptor_{std::exchange(other.descriptor_, -1)} {}
+    FileDescriptor(FileDescriptor&& other) noexcept
+        : descriptor_{std::exchange(other.descriptor_, -1)} {}
     FileDescriptor& operator=(FileDescriptor&&) = delete;
     ~FileDescriptor() { reset(); }
 
@@ -111,7 +112,7 @@ std::filesystem::path ShellBytecodeCache::installedSeedRoot() {
 }
 
 std::string ShellBytecodeCache::identityOf(const std::filesystem::path& shell) {
-    struct stat status{};
+    struct stat status {};
     if (::stat(shell.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
         return {};
     char identity[64];
@@ -194,8 +195,7 @@ ShellCompile compileInShell(const std::filesystem::path& shell,
                                        "--bytecodeRangeToJITCompile=0:100000"};
     if (!bytecodeFolder.empty())
         arguments.push_back("--diskCachePath=" + bytecodeFolder.string());
-    arguments.insert(arguments.end(),
-                     {driver.string(), "--", babel.string(), compiler.string()});
+    arguments.insert(arguments.end(), {driver.string(), "--", babel.string(), compiler.string()});
     std::vector<char*> argv;
     for (auto& argument : arguments)
         argv.push_back(argument.data());
@@ -206,7 +206,8 @@ ShellCompile compileInShell(const std::filesystem::path& shell,
     posix_spawn_file_actions_adddup2(&actions, input.get(), STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, outputWriter.get(), STDOUT_FILENO);
     pid_t process = -1;
-    const int spawned = posix_spawn(&process, shell.c_str(), &actions, nullptr, argv.data(), environ);
+    const int spawned =
+        posix_spawn(&process, shell.c_str(), &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     if (spawned != 0)
         return result;
