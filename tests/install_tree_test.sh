@@ -30,6 +30,8 @@ for file in bin/kelmo libexec/kelmo/kelmo-app libexec/kelmo/kelmo-compile share/
   [ -e "$prefix/$file" ] || { echo "missing after install: $file"; exit 1; }
 done
 
+export GSK_RENDERER="${GSK_RENDERER:-cairo}" HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data" \
+  XDG_CACHE_HOME="$work/home/cache"
 "$prefix/bin/kelmo" --version | grep -q '^Kelmo '
 # The compile helper runs from the installed tree with the installed Babel.
 module="$(echo 'export default () => <p>helper</p>;' | "$prefix/libexec/kelmo/kelmo-compile" \
@@ -38,10 +40,16 @@ case "$module" in
   *'"imports":["react/jsx-runtime"]'*) ;;
   *) echo "the installed compile helper did not compile: $module"; exit 1 ;;
 esac
+# With JavaScriptCore's shell, it starts from the Babel bytecode made at build time.
+if [ -d "$build_dir/share/kelmo/javascript-bytecode" ]; then
+  ls "$XDG_CACHE_HOME"/kelmo/javascript-bytecode/*/*-babel.min.js.bytecode-cache >/dev/null ||
+    { echo "the installed compile helper kept no bytecode"; exit 1; }
+  cmp -s "$build_dir"/share/kelmo/javascript-bytecode/*/*-babel.min.js.bytecode-cache \
+    "$prefix"/share/kelmo/javascript-bytecode/*/*-babel.min.js.bytecode-cache ||
+    { echo "Babel's bytecode was not installed"; exit 1; }
+fi
 
 # A first start watches Downloads and opens its newest artifact straight away.
-export GSK_RENDERER="${GSK_RENDERER:-cairo}" HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data" \
-  XDG_CACHE_HOME="$work/home/cache"
 mkdir -p "$HOME/Downloads"
 cat > "$HOME/Downloads/installed.jsx" <<'JSX'
 export default function Installed() {
