@@ -15,6 +15,7 @@
 //
 // Babel runs in JavaScriptCore's shell when the build found one, with the bytecode it
 // kept from earlier runs, and in this process when there is none or it fails.
+//
 // The application compiles ahead of its pages in this process of its own, so that
 // the memory Babel leaves behind goes back to the system as soon as the compile ends.
 

@@ -17,8 +17,9 @@ add_library(kelmo_player_rules STATIC
 )
 target_link_libraries(kelmo_player_rules PUBLIC kelmo_core)
 
-# Babel in a JavaScript context of its own, and the helper program that compiles with
-# it for the application and, in its head-start mode, for the launcher.
+# Babel in JavaScriptCore's shell or in a JavaScript context of its own, and the helper
+# program that compiles with it for the application and, in its head-start mode, for
+# the launcher.
 add_library(kelmo_babel_context STATIC
   ${CMAKE_CURRENT_LIST_DIR}/babel_context.cpp
   ${CMAKE_CURRENT_LIST_DIR}/javascript_shell.cpp
