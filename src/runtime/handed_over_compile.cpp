@@ -1,12 +1,13 @@
 #include "runtime/handed_over_compile.h"
 
+#include "runtime/child_output.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
 
@@ -15,14 +16,6 @@ namespace {
 
 // A compile key: 64 hexadecimal digits.
 constexpr std::size_t keyLength = 64;
-
-bool exitedWithSuccess(pid_t process) {
-    int status = 0;
-    while (::waitpid(process, &status, 0) < 0)
-        if (errno != EINTR)
-            return false;
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
 
 } // namespace
 
@@ -92,16 +85,7 @@ std::optional<std::string> HandedOverCompile::readKey(std::chrono::milliseconds 
 }
 
 std::optional<std::string> HandedOverCompile::readModule() {
-    std::string module;
-    char buffer[65536];
-    for (;;) {
-        const auto count = ::read(descriptor_, buffer, sizeof buffer);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            break;
-        module.append(buffer, static_cast<std::size_t>(count));
-    }
+    const std::string module = readToEnd(descriptor_);
     ::close(std::exchange(descriptor_, -1));
     const bool compiled = exitedWithSuccess(std::exchange(helper_, -1));
     if (!compiled || module.empty())

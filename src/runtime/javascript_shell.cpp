@@ -1,5 +1,6 @@
 #include "runtime/javascript_shell.h"
 
+#include "runtime/child_output.h"
 #include "runtime/resource_locator.h"
 
 #include <cerrno>
@@ -9,7 +10,6 @@
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -53,27 +53,6 @@ bool writeAll(int descriptor, const std::string& text) {
         written += static_cast<std::size_t>(count);
     }
     return true;
-}
-
-std::string readAll(int descriptor) {
-    std::string text;
-    char buffer[16384];
-    for (;;) {
-        const ssize_t count = ::read(descriptor, buffer, sizeof buffer);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return text;
-        text.append(buffer, static_cast<std::size_t>(count));
-    }
-}
-
-bool exitedWithSuccess(pid_t process) {
-    int status = 0;
-    while (::waitpid(process, &status, 0) < 0)
-        if (errno != EINTR)
-            return false;
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 // The source as the shell's standard input. The shell reads a file whole by its size,
@@ -212,7 +191,7 @@ ShellCompile compileInShell(const std::filesystem::path& shell,
     if (spawned != 0)
         return result;
     outputWriter.reset();
-    std::string output = readAll(outputReader.get());
+    std::string output = readToEnd(outputReader.get());
     if (!exitedWithSuccess(process))
         return result;
     if (!output.empty() && output.back() == '\n')

@@ -7,6 +7,7 @@ add_library(kelmo_runtime_schemes STATIC
   ${CMAKE_CURRENT_LIST_DIR}/artifact_storage.cpp
   ${CMAKE_CURRENT_LIST_DIR}/compile_cache.cpp
   ${CMAKE_CURRENT_LIST_DIR}/handed_over_compile.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/child_output.cpp
 )
 target_link_libraries(kelmo_runtime_schemes PUBLIC kelmo_core)
 
