@@ -4,6 +4,7 @@
 #include "runtime/resource_locator.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <fcntl.h>
 #include <glib.h>
@@ -149,11 +150,19 @@ bool ShellBytecodeCache::seed() const {
     return copied && std::filesystem::is_directory(folder(), error);
 }
 
+// Also removes what a seeding cut short by the end of its process left behind; one
+// under way (younger than a minute) is left to finish.
 void ShellBytecodeCache::removeOtherBuilds() const {
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator{root_, error})
-        if (entry.path().filename() != identity_ && entry.path().filename().string()[0] != '.')
+    const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::minutes{1};
+    for (const auto& entry : std::filesystem::directory_iterator{root_, error}) {
+        const auto name = entry.path().filename().string();
+        const bool seeding = name.starts_with(".seeding-");
+        if (name == identity_ || (seeding && entry.last_write_time(error) > longAgo))
+            continue;
+        if (seeding || name[0] != '.')
             std::filesystem::remove_all(entry.path(), error);
+    }
 }
 
 ShellCompile compileInShell(const std::filesystem::path& shell,

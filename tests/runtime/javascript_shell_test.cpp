@@ -28,10 +28,17 @@ TEST(ShellBytecodeCacheTest, ANewFolderStartsFromTheBuildsOwnAndOtherBuildsGo) {
     writeFile(home / "seed" / "build-2" / "2-compiler.js.bytecode-cache", "compiler");
     writeFile(home / "seed" / "build-1" / "1-babel.min.js.bytecode-cache", "older");
     writeFile(home / "cache" / "build-1" / "1-babel.min.js.bytecode-cache", "older");
+    // A seeding that ended with its process long ago, and one under way.
+    writeFile(home / "cache" / ".seeding-abandoned" / "1-babel.min.js.bytecode-cache", "cut");
+    std::filesystem::last_write_time(home / "cache" / ".seeding-abandoned",
+                                     std::filesystem::file_time_type::clock::now() -
+                                         std::chrono::hours{1});
+    writeFile(home / "cache" / ".seeding-running" / "1-babel.min.js.bytecode-cache", "cut");
 
     const ShellBytecodeCache cache{home / "cache", home / "seed", "build-2"};
     EXPECT_EQ(cache.prepare(), home / "cache" / "build-2");
-    EXPECT_EQ(namesIn(home / "cache"), std::vector<std::string>{"build-2"});
+    EXPECT_EQ(namesIn(home / "cache"), (std::vector<std::string>{".seeding-running", "build-2"}));
+    std::filesystem::remove_all(home / "cache" / ".seeding-running");
     EXPECT_EQ(readFile(home / "cache" / "build-2" / "1-babel.min.js.bytecode-cache"), "babel");
     EXPECT_EQ(readFile(home / "cache" / "build-2" / "2-compiler.js.bytecode-cache"), "compiler");
 
