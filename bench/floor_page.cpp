@@ -1,6 +1,6 @@
 #include "floor_page.h"
 
-#include "runtime/babel_context.h"
+#include "runtime/artifact_compiler.h"
 #include "runtime/resource_locator.h"
 #include "runtime/scheme_support.h"
 
@@ -30,10 +30,9 @@ void replace(std::string& text, const std::string& placeholder, const std::strin
 void writeFloorPage(const std::filesystem::path& component,
                     const std::filesystem::path& pageTemplate, const std::filesystem::path& page) {
     const auto& resources = ResourceLocator::application();
-    const auto module = compileInContext(
-        contentsOf(resources.url("babel.min", "js"), "Babel"),
-        contentsOf(resources.url("artifact-compiler", "js"), "the compiler script"),
-        contentsOf(component, component.c_str()));
+    const auto compiled = ArtifactCompiler{}.compileNow(contentsOf(component, component.c_str()));
+    const auto module =
+        std::holds_alternative<CompiledModule>(compiled) ? pageJsonOf(compiled) : std::nullopt;
     if (!module)
         throw std::runtime_error{"cannot compile " + component.string()};
 

@@ -1,5 +1,6 @@
-// Kelmo player: compiles the artifact's JSX or TSX source with Babel and renders
-// it with React 18. The page's progress is on the root element's
+// Kelmo player: runs the artifact's JSX or TSX source, compiled by the application
+// (or, when the application has no compiler that runs, by Babel in the page), and
+// renders it with React 18. The page's progress is on the root element's
 // data-kelmo-state: "compiling", then "rendered" or "error".
 //
 // Loaded before everything else on the page, so that errors of every later script
@@ -177,11 +178,11 @@
     return moduleExports.get(specifier);
   }
 
-  // Without a module from an earlier run, the application may be compiling this code
-  // right now: ask for its module at once; the answer comes when the compile ends.
+  // Unless the module came with the page, the application is compiling this code right
+  // now: ask for its module at once; the answer comes when the compile ends.
   // The key names the compile, so that WebKit's memory cache never hands one page the
   // module of another. Out of order: the files loaded while it compiles run meanwhile.
-  const moduleCompiledOnTheSide = earlierCompiled()
+  const moduleCompiledOnTheSide = compiledOnTheSide()
     ? undefined
     : loadFile(`${COMPILED_MODULE_FILE}?key=${encodeURIComponent(window.kelmoCompileKey)}`,
       { inOrder: false }).catch(() => undefined);
@@ -390,30 +391,27 @@
       React.createElement(MarkRendered, null, React.createElement(Component))));
   }
 
-  // The module an earlier run compiled from this code, when the application kept one
-  // and it is whole.
-  function earlierCompiled() {
+  // What the application's compiler made of this code, when it is whole: the module,
+  // or the compiler's error ({message, line, column}, line 0 when it named no place).
+  function compiledOnTheSide() {
     try {
       const compiled = JSON.parse(window.kelmoCompiledArtifact);
+      if (compiled && compiled.error && typeof compiled.error.message === "string")
+        return compiled;
       if (compiled && typeof compiled.code === "string" && Array.isArray(compiled.imports) &&
           Array.isArray(compiled.exports))
         return compiled;
     } catch (ignored) {
-      // Nothing kept, or something unusable: compile afresh.
+      // No compiler, or something unusable: the page compiles for itself.
     }
     return undefined;
   }
 
-  // Hands a fresh compile to the application, which keeps it for the next run of
-  // the same code.
-  function keepCompiled(compiled) {
-    try {
-      const handlers = window.webkit && window.webkit.messageHandlers;
-      if (handlers && handlers.kelmoCompiled && typeof window.kelmoCompileKey === "string")
-        handlers.kelmoCompiled.postMessage({ key: window.kelmoCompileKey, compiled: JSON.stringify(compiled) });
-    } catch (ignored) {
-      // Not kept: the next run compiles again.
-    }
+  function compilerError({ message, line, column }) {
+    const error = new CompileError(message);
+    if (Number.isInteger(line) && line > 0)
+      error.loc = { line, column: Math.max(0, (column || 1) - 1) };
+    return error;
   }
 
   async function run() {
@@ -431,15 +429,20 @@
     if (moduleCompiledOnTheSide && window.kelmoModuleTable)
       loadModules(window.kelmoModuleTable.namedIn(source)).catch(() => undefined);
     await moduleCompiledOnTheSide;
-    let compiled = earlierCompiled();
+    let compiled = compiledOnTheSide();
+    if (compiled && compiled.error)
+      throw compilerError(compiled.error);
     if (!compiled) {
       await Promise.all([loadFile(BABEL_FILE), loadFile(COMPILER_FILE)]).catch(() => undefined);
       if (typeof Babel === "undefined" || typeof window.kelmoTransform !== "function")
         throw new Error("The Babel runtime did not load");
       compiled = compile(source);
-      keepCompiled(compiled);
     }
-    await Promise.all([basics, loadModules(compiled.imports)]);
+    // An import the page does not know fails where the module requires it, so that
+    // text that merely looks like a require call (in a template string) harms nothing.
+    const known = compiled.imports.filter((specifier) =>
+      window.kelmoModuleTable && window.kelmoModuleTable.resolve(specifier));
+    await Promise.all([basics, loadModules(known)]);
 
     const module = { exports: {} };
     const evaluate = new Function("require", "module", "exports",

@@ -9,7 +9,6 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 packages=(
   build-essential cmake pkg-config git
   libgtkmm-4.0-dev libwebkitgtk-6.0-dev libepoxy-dev libicu-dev
-  libjavascriptcoregtk-4.0-bin
   libgtest-dev libgmock-dev libbenchmark-dev libxtst-dev
   xvfb xauth imagemagick dbus-x11 at-spi2-core xdotool procps
   clang-format desktop-file-utils appstream shared-mime-info

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the build into a temporary prefix and runs Kelmo from there: the
-# installed binary must find its resources and run a JSX artifact, whose console
-# line must reach standard output. Needs a display (run under Xvfb).
+# installed binary must find its resources and its compiler and run a JSX artifact,
+# whose console line must reach standard output. Needs a display (run under Xvfb).
 set -euo pipefail
 build_dir="$1"
 work="$(mktemp -d)"
@@ -22,7 +22,7 @@ trap cleanup EXIT
 prefix="$work/prefix"
 cmake --install "$build_dir" --prefix "$prefix" >/dev/null
 
-for file in bin/kelmo libexec/kelmo/kelmo-app libexec/kelmo/kelmo-compile share/kelmo/resources/runtime.html share/kelmo/resources/runtime.js \
+for file in bin/kelmo libexec/kelmo/esbuild share/kelmo/resources/runtime.html share/kelmo/resources/runtime.js \
     share/kelmo/resources/react.production.min.js share/kelmo/resources/babel.min.js \
     share/kelmo/resources/style.css share/applications/org.kelmo.Kelmo.desktop \
     share/metainfo/org.kelmo.Kelmo.metainfo.xml share/mime/packages/org.kelmo.Kelmo.xml \
@@ -33,27 +33,16 @@ done
 export GSK_RENDERER="${GSK_RENDERER:-cairo}" HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data" \
   XDG_CACHE_HOME="$work/home/cache"
 "$prefix/bin/kelmo" --version | grep -q '^Kelmo '
-# The compile helper runs from the installed tree with the installed Babel.
-module="$(echo 'export default () => <p>helper</p>;' | "$prefix/libexec/kelmo/kelmo-compile" \
-  "$prefix/share/kelmo/resources/babel.min.js" "$prefix/share/kelmo/resources/artifact-compiler.js")"
-case "$module" in
-  *'"imports":["react/jsx-runtime"]'*) ;;
-  *) echo "the installed compile helper did not compile: $module"; exit 1 ;;
-esac
-# With JavaScriptCore's shell, it starts from the Babel bytecode made at build time.
-if [ -d "$build_dir/share/kelmo/javascript-bytecode" ]; then
-  ls "$XDG_CACHE_HOME"/kelmo/javascript-bytecode/*/*-babel.min.js.bytecode-cache >/dev/null ||
-    { echo "the installed compile helper kept no bytecode"; exit 1; }
-  cmp -s "$build_dir"/share/kelmo/javascript-bytecode/*/*-babel.min.js.bytecode-cache \
-    "$prefix"/share/kelmo/javascript-bytecode/*/*-babel.min.js.bytecode-cache ||
-    { echo "Babel's bytecode was not installed"; exit 1; }
-fi
+[ -x "$prefix/libexec/kelmo/esbuild" ] || { echo "the installed esbuild cannot run"; exit 1; }
+leftovers="$(ls "$prefix/libexec/kelmo")"
+[ "$leftovers" = esbuild ] || { echo "libexec/kelmo holds more than esbuild: $leftovers"; exit 1; }
 
 # A first start watches Downloads and opens its newest artifact straight away.
 mkdir -p "$HOME/Downloads"
 cat > "$HOME/Downloads/installed.jsx" <<'JSX'
 export default function Installed() {
-  React.useEffect(() => console.log("installed tree renders"), []);
+  // Compiled by the installed esbuild, the page never loads Babel.
+  React.useEffect(() => console.log("installed tree renders, Babel " + typeof Babel), []);
   return <h1>Installed</h1>;
 }
 JSX
@@ -61,7 +50,7 @@ mkfifo "$work/output"
 setsid "$prefix/bin/kelmo" >"$work/output" 2>/dev/null &
 kelmo_pid=$!
 exec 3<"$work/output"
-if timeout 60 grep -m1 -q "🔵 \[JS\] installed tree renders" <&3; then
+if timeout 60 grep -m1 -q "🔵 \[JS\] installed tree renders, Babel undefined" <&3; then
   echo "installed Kelmo ran the artifact"
 else
   echo "installed Kelmo did not run the artifact"

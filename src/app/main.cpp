@@ -1,6 +1,5 @@
 #include "app/command_line.h"
 #include "app/duskwell_app.h"
-#include "app/head_start.h"
 #include "app/renderer_choice.h"
 
 #include <cstdio>
@@ -28,16 +27,8 @@ int main(int argc, char* argv[]) {
     keptArgv.push_back(nullptr);
 
     const auto openGLSkipped = kelmo::skipOpenGLWithoutGraphicsDevice();
-    kelmo::DuskwellApp::Configuration configuration;
-    kelmo::HeadStart::Places places;
-    places.handedOver = kelmo::HandedOverCompile::fromEnvironment();
-    kelmo::HeadStart headStart{configuration.applicationId, files.existing, std::move(places)};
-    configuration.makeStore = [&headStart] {
-        auto store = headStart.takeStore();
-        return store ? std::move(store) : std::make_unique<kelmo::ArtifactStore>();
-    };
     // Creating the application initialises GTK.
-    auto app = kelmo::DuskwellApp::create(std::move(configuration));
+    auto app = kelmo::DuskwellApp::create();
     openGLSkipped();
     return app->run(static_cast<int>(kept.size()), keptArgv.data());
 }

@@ -1,13 +1,5 @@
-# The application shell: windows, menus, the sidebar, the first-run guide, the
-# executable and its launcher.
-
-# What a start opens, decided without a display: by the application, and by the
-# compile helper in its head-start mode.
-add_library(kelmo_launch STATIC
-  ${CMAKE_CURRENT_LIST_DIR}/command_line.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/start_artifact.cpp
-)
-target_link_libraries(kelmo_launch PUBLIC kelmo_core)
+# The application shell: windows, menus, the sidebar, the first-run guide and the
+# executable.
 
 # The maker's data shown in About; a packager supplies the real ones.
 set(KELMO_MAKER_INITIALS "KP" CACHE STRING "The maker's initials in About's maker card")
@@ -17,6 +9,7 @@ set(KELMO_ABOUT_FOOTER "Made with care for people who prototype." CACHE STRING
   "The one-line note at the foot of About")
 
 add_library(kelmo_app STATIC
+  ${CMAKE_CURRENT_LIST_DIR}/command_line.cpp
   ${CMAKE_CURRENT_LIST_DIR}/file_chooser_open_panel.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app_logo.cpp
   ${CMAKE_CURRENT_LIST_DIR}/window_keys.cpp
@@ -34,11 +27,10 @@ add_library(kelmo_app STATIC
   ${CMAKE_CURRENT_LIST_DIR}/settings_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/settings_window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/duskwell_app.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/head_start.cpp
   ${CMAKE_CURRENT_LIST_DIR}/renderer_choice.cpp
 )
 target_include_directories(kelmo_app PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
-target_link_libraries(kelmo_app PUBLIC kelmo_core kelmo_launch kelmo_library kelmo_runtime PkgConfig::GTKMM
+target_link_libraries(kelmo_app PUBLIC kelmo_core kelmo_library kelmo_runtime PkgConfig::GTKMM
   PkgConfig::EPOXY)
 target_compile_definitions(kelmo_app PUBLIC
   KELMO_VERSION="${PROJECT_VERSION}"
@@ -50,16 +42,7 @@ target_compile_definitions(kelmo_app PUBLIC
   KELMO_MAKER_DOMAIN="${KELMO_MAKER_DOMAIN}"
   KELMO_ABOUT_FOOTER="${KELMO_ABOUT_FOOTER}")
 
-add_executable(kelmo-app ${CMAKE_CURRENT_LIST_DIR}/main.cpp)
-target_link_libraries(kelmo-app PRIVATE kelmo_app)
-set_target_properties(kelmo-app PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/libexec/kelmo)
-add_dependencies(kelmo-app kelmo_resources)
-install(TARGETS kelmo-app RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/kelmo)
-
-# The command people run; it links neither GTK nor WebKit (see launcher.cpp).
-add_executable(kelmo ${CMAKE_CURRENT_LIST_DIR}/launcher.cpp ${CMAKE_CURRENT_LIST_DIR}/command_line.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/../runtime/resource_locator.cpp)
-target_include_directories(kelmo PRIVATE ${PROJECT_SOURCE_DIR}/src)
-target_compile_definitions(kelmo PRIVATE KELMO_APP_ID="${KELMO_APP_ID}")
-add_dependencies(kelmo kelmo-app kelmo-compile)
+add_executable(kelmo ${CMAKE_CURRENT_LIST_DIR}/main.cpp)
+target_link_libraries(kelmo PRIVATE kelmo_app)
+add_dependencies(kelmo kelmo_resources)
 install(TARGETS kelmo RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})

@@ -33,14 +33,16 @@ std::optional<std::string> forwardingScript(const ResourceLocator& resources) {
 } // namespace
 
 ArtifactWebView::ArtifactWebView(ResourceLocator resources, std::filesystem::path storageDirectory,
-                                 std::filesystem::path compileCacheDirectory)
+                                 std::filesystem::path stylesDirectory,
+                                 std::shared_ptr<const ArtifactCompiler> compiler)
     : coordinator_{std::make_unique<Coordinator>(*this)} {
     set_layout_manager(Gtk::BinLayout::create());
     set_hexpand(true);
     set_vexpand(true);
 
-    coordinator_->compiler = BackgroundCompiler::shared(resources, compileCacheDirectory);
-    coordinator_->compileCache = coordinator_->compiler->cache();
+    coordinator_->compiler = std::move(compiler);
+    coordinator_->stylesCache = std::make_shared<StylesCache>(
+        std::move(stylesDirectory), StylesCache::fingerprintOf(resources));
     const auto consoleForwarding = forwardingScript(resources);
     coordinator_->schemeHandler = std::make_shared<ArtifactSchemeHandler>(std::move(resources));
     coordinator_->fileSchemeHandler = std::make_shared<ArtifactFileSchemeHandler>();

@@ -2,10 +2,11 @@
 
 #include "model/artifact.h"
 #include "model/uuid.h"
+#include "runtime/artifact_compiler.h"
 #include "runtime/artifact_storage.h"
-#include "runtime/compile_cache.h"
 #include "runtime/gobject_ref.h"
 #include "runtime/resource_locator.h"
+#include "runtime/styles_cache.h"
 
 #include <chrono>
 #include <deque>
@@ -33,11 +34,13 @@ public:
     class Coordinator;
 
     // storageDirectory: where the artifacts' window.storage values are kept;
-    // compileCacheDirectory: where compiled JSX and TSX modules are kept between runs.
+    // stylesDirectory: where the Tailwind rules of components' first frames are kept;
+    // compiler: what compiles JSX and TSX (the page compiles for itself when it cannot).
     explicit ArtifactWebView(
         ResourceLocator resources = ResourceLocator::application(),
         std::filesystem::path storageDirectory = ArtifactStorage::defaultDirectory(),
-        std::filesystem::path compileCacheDirectory = CompileCache::defaultDirectory());
+        std::filesystem::path stylesDirectory = StylesCache::defaultDirectory(),
+        std::shared_ptr<const ArtifactCompiler> compiler = std::make_shared<ArtifactCompiler>());
     ~ArtifactWebView() override;
     ArtifactWebView(const ArtifactWebView&) = delete;
     ArtifactWebView& operator=(const ArtifactWebView&) = delete;

@@ -15,8 +15,6 @@ namespace {
 
 constexpr char couldNotReadFile[] = "Could not read file";
 constexpr char requestTimedOut[] = "The request timed out.";
-// What the Tailwind rules of a module's first frame are kept as, beside the module.
-constexpr std::string_view stylesCompanion = "styles";
 
 // A string property of a page object, or nothing when it is missing or not a string.
 std::optional<std::string> stringProperty(JSCValue* object, const char* name) {
@@ -60,6 +58,8 @@ ArtifactWebView::Coordinator::Coordinator(ArtifactWebView& parent) : parent_{par
 
 ArtifactWebView::Coordinator::~Coordinator() {
     timeout_.disconnect();
+    if (schemeHandler)
+        schemeHandler->whenCompiled = nullptr;
     if (webView_)
         g_signal_handlers_disconnect_by_data(webView_.get(), this);
     if (contentManager_) {
@@ -70,8 +70,6 @@ ArtifactWebView::Coordinator::~Coordinator() {
             contentManager_.get(), artifactBridgeChannel, nullptr);
         webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
                                                                       storageChannel, nullptr);
-        webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
-                                                                      compiledChannel, nullptr);
         webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
                                                                       stylesChannel, nullptr);
     }
@@ -87,10 +85,6 @@ void ArtifactWebView::Coordinator::listenTo(WebKitUserContentManager* contentMan
                                                                 nullptr);
     webkit_user_content_manager_register_script_message_handler(contentManager,
                                                                 artifactBridgeChannel, nullptr);
-    g_signal_connect(contentManager, "script-message-received::kelmoCompiled",
-                     G_CALLBACK(onCompiledMessage), this);
-    webkit_user_content_manager_register_script_message_handler(contentManager, compiledChannel,
-                                                                nullptr);
     g_signal_connect(contentManager, "script-message-received::kelmoStyles",
                      G_CALLBACK(onStylesMessage), this);
     webkit_user_content_manager_register_script_message_handler(contentManager, stylesChannel,
@@ -138,48 +132,44 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
         parent_.setErrorMessage(couldNotReadFile);
         return;
     }
-    pendingCompileKey_.clear();
     if (schemeHandler) {
+        // Requests of the page being replaced get what there is; their page is leaving.
+        answerWaitingRequests();
+        compileJob_.reset();
         schemeHandler->compiledArtifact.reset();
-        schemeHandler->tailwindStyles.reset();
-        schemeHandler->compileKey.clear();
         schemeHandler->whenCompiled = nullptr;
-        if (compileCache) {
-            schemeHandler->compileKey = compileCache->keyFor(*code);
-            schemeHandler->compiledArtifact = compileCache->lookup(schemeHandler->compileKey);
-            schemeHandler->tailwindStyles = compileCache->lookup(
-                CompileCache::companionKey(schemeHandler->compileKey, stylesCompanion));
-            if (!schemeHandler->compiledArtifact)
-                pendingCompileKey_ = schemeHandler->compileKey;
-        }
-        if (!pendingCompileKey_.empty())
-            compileOnTheSide(*code);
+        schemeHandler->compileKey = stylesCache ? stylesCache->keyFor(*code) : std::string{};
+        schemeHandler->tailwindStyles =
+            stylesCache ? stylesCache->lookup(schemeHandler->compileKey) : std::nullopt;
+        compileOnTheSide(*code);
         schemeHandler->artifactCode = std::move(*code);
     }
     webkit_web_view_load_uri(webView, std::string{artifactPlayerUrl}.c_str());
     startTimeout(webView);
 }
 
-// Compiles the code on a worker thread while the web process starts and the page
-// loads React; the page asks for the module and its request waits for the compile,
-// so it never loads Babel for code that compiles. Should the code not compile, the
-// page compiles it itself and shows why. When the compiler is busy with another
-// source, the page compiles this one.
+// Compiles the code while the web process loads the page and React; the page asks for
+// the module and its request waits for the compile. A module, or the compiler's error,
+// reaches the page that way; without a compiler that runs, the page compiles the code
+// itself.
 void ArtifactWebView::Coordinator::compileOnTheSide(const std::string& code) {
-    const std::string key = pendingCompileKey_;
-    if (!compiler || !compiler->compile(key, code))
+    if (!compiler || !compiler->isAvailable() || schemeHandler->compileKey.empty())
         return;
-    std::weak_ptr<bool> alive = alive_;
-    // Registered first, so the module is in place before any waiting request is answered.
-    compiler->whenDone(key, [this, alive, key] {
-        if (!alive.lock() || !schemeHandler || schemeHandler->compileKey != key)
-            return;
-        schemeHandler->compiledArtifact = compileCache->lookup(key);
-        schemeHandler->whenCompiled = nullptr;
-    });
-    schemeHandler->whenCompiled = [compiler = compiler, key](std::function<void()> done) {
-        compiler->whenDone(key, std::move(done));
+    schemeHandler->whenCompiled = [this](std::function<void()> answer) {
+        waitingForModule_.push_back(std::move(answer));
     };
+    // The job ends with the coordinator, and its answer with it.
+    compileJob_ = compiler->compile(code, [this](CompileOutcome outcome) {
+        compileJob_.reset();
+        schemeHandler->compiledArtifact = pageJsonOf(outcome);
+        schemeHandler->whenCompiled = nullptr;
+        answerWaitingRequests();
+    });
+}
+
+void ArtifactWebView::Coordinator::answerWaitingRequests() {
+    for (auto& answer : std::exchange(waitingForModule_, {}))
+        answer();
 }
 
 // WebKit puts no time limit on a request to a custom scheme, so the page load gets
@@ -282,29 +272,16 @@ void ArtifactWebView::Coordinator::answerStorageRequest(JSCValue* request,
     webkit_script_message_reply_return_value(reply, answer.get());
 }
 
-// Keeps the page's compile of the code this load runs; a message that carries another
-// key comes from an earlier page, or is a second one, and is dropped.
-void ArtifactWebView::Coordinator::keepCompiled(JSCValue* body) {
-    if (!compileCache || pendingCompileKey_.empty() || !body || !jsc_value_is_object(body))
-        return;
-    const auto key = stringProperty(body, "key");
-    const auto compiled = stringProperty(body, "compiled");
-    if (!key || *key != pendingCompileKey_ || !compiled)
-        return;
-    compileCache->store(*key, *compiled);
-    pendingCompileKey_.clear();
-}
-
 // Keeps the Tailwind rules of the first frame of the code this load runs, once.
 void ArtifactWebView::Coordinator::keepStyles(JSCValue* body) {
-    if (!compileCache || !schemeHandler || schemeHandler->tailwindStyles || !body ||
+    if (!stylesCache || !schemeHandler || schemeHandler->tailwindStyles || !body ||
         !jsc_value_is_object(body))
         return;
     const auto key = stringProperty(body, "key");
     auto styles = stringProperty(body, "styles");
     if (!key || key->empty() || *key != schemeHandler->compileKey || !styles)
         return;
-    compileCache->store(CompileCache::companionKey(*key, stylesCompanion), *styles);
+    stylesCache->store(*key, *styles);
     schemeHandler->tailwindStyles = std::move(styles);
 }
 
@@ -332,11 +309,6 @@ void ArtifactWebView::Coordinator::onConsoleMessage(WebKitUserContentManager*, J
 void ArtifactWebView::Coordinator::onBridgeMessage(WebKitUserContentManager*, JSCValue* body,
                                                    gpointer self) {
     static_cast<Coordinator*>(self)->didReceive(artifactBridgeChannel, body);
-}
-
-void ArtifactWebView::Coordinator::onCompiledMessage(WebKitUserContentManager*, JSCValue* body,
-                                                     gpointer self) {
-    static_cast<Coordinator*>(self)->keepCompiled(body);
 }
 
 void ArtifactWebView::Coordinator::onStylesMessage(WebKitUserContentManager*, JSCValue* body,

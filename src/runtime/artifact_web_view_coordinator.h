@@ -1,17 +1,19 @@
 #pragma once
 
+#include "runtime/artifact_compiler.h"
 #include "runtime/artifact_file_scheme_handler.h"
 #include "runtime/artifact_scheme_handler.h"
 #include "runtime/artifact_storage.h"
 #include "runtime/artifact_web_view.h"
-#include "runtime/background_compiler.h"
-#include "runtime/compile_cache.h"
+#include "runtime/styles_cache.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <sigc++/connection.h>
 #include <string>
 #include <string_view>
+#include <vector>
 #include <webkit/webkit.h>
 
 namespace kelmo {
@@ -21,8 +23,6 @@ inline constexpr char jsConsoleChannel[] = "jsConsole";
 inline constexpr char artifactBridgeChannel[] = "artifactBridge";
 // The page's window.storage asks here and waits for the answer.
 inline constexpr char storageChannel[] = "kelmoStorage";
-// The page hands over what it compiled: {key, compiled}.
-inline constexpr char compiledChannel[] = "kelmoCompiled";
 // The page hands over the Tailwind rules of its first frame: {key, styles}.
 inline constexpr char stylesChannel[] = "kelmoStyles";
 
@@ -50,21 +50,21 @@ public:
     std::shared_ptr<ArtifactSchemeHandler> schemeHandler;
     std::shared_ptr<ArtifactFileSchemeHandler> fileSchemeHandler;
     std::shared_ptr<ArtifactStorage> storage;
-    std::shared_ptr<CompileCache> compileCache;
-    std::shared_ptr<BackgroundCompiler> compiler;
+    std::shared_ptr<StylesCache> stylesCache;
+    std::shared_ptr<const ArtifactCompiler> compiler;
     std::chrono::milliseconds loadTimeout{std::chrono::seconds{60}};
 
 private:
     void load(const Artifact& artifact, WebKitWebView* webView);
     void startTimeout(WebKitWebView* webView);
     void compileOnTheSide(const std::string& code);
+    void answerWaitingRequests();
 
     void didStartProvisionalNavigation();
     void didFinish();
     void didFail(const GError* error);
     void didReceive(std::string_view channel, JSCValue* body);
     void answerStorageRequest(JSCValue* request, WebKitScriptMessageReply* reply);
-    void keepCompiled(JSCValue* body);
     void keepStyles(JSCValue* body);
 
     static void onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self);
@@ -72,17 +72,16 @@ private:
                                  gpointer self);
     static void onConsoleMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static void onBridgeMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
-    static void onCompiledMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static void onStylesMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static gboolean onStorageMessage(WebKitUserContentManager*, JSCValue* request,
                                      WebKitScriptMessageReply* reply, gpointer self);
 
     ArtifactWebView& parent_;
     std::string lastLoadKey_;
-    // The key of the code being run when no compile of it was kept; cleared once kept.
-    std::string pendingCompileKey_;
-    // Expires with the coordinator, for work that comes back later.
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+    // The compile of the code being run, while it runs, and the page's requests that
+    // wait for its module.
+    std::unique_ptr<ArtifactCompiler::Job> compileJob_;
+    std::vector<std::function<void()>> waitingForModule_;
     GObjectRef<WebKitUserContentManager> contentManager_;
     GObjectRef<WebKitWebView> webView_;
     sigc::connection timeout_;

@@ -32,8 +32,8 @@ private:
 std::filesystem::path executableDirectory();
 
 // The directory that holds bin, libexec and share: the parent of bin, where the
-// launcher and the tests' programs live, or of libexec/kelmo, where the application
-// and its compile helper do.
+// application and the tests' programs live, or of libexec/kelmo, where its helper
+// programs do.
 std::filesystem::path installationPrefix();
 
 } // namespace kelmo

@@ -82,7 +82,7 @@ TEST_F(PlayerPageTest, ExampleComponentsRenderRespondAndForwardTheConsoleAsExact
     EXPECT_EQ(host.text("[data-status=doing] button"), "Build the prototype");
 }
 
-TEST_F(PlayerPageTest, ComponentsArriveCompiledAndAreKeptForTheNextStart) {
+TEST_F(PlayerPageTest, ComponentsArriveCompiledAndTheirFirstFrameStylesAreKept) {
     const std::string counter = R"(
         import { useState } from "react";
         import { Star } from "lucide-react";
@@ -90,7 +90,7 @@ TEST_F(PlayerPageTest, ComponentsArriveCompiledAndAreKeptForTheNextStart) {
           const [count, setCount] = useState(0);
           return <button id="b" className="p-4" onClick={() => setCount(count + 1)}><Star />{count}</button>;
         })";
-    const auto kept = CompileCache::defaultDirectory();
+    const auto kept = StylesCache::defaultDirectory();
     const auto entries = [&] {
         std::error_code ignored;
         const auto count = std::distance(std::filesystem::directory_iterator{kept, ignored},
@@ -98,14 +98,14 @@ TEST_F(PlayerPageTest, ComponentsArriveCompiledAndAreKeptForTheNextStart) {
         return static_cast<int>(count);
     };
     const int before = entries();
-    // Compiled on the side while the page loaded: the page never loads Babel. The module
-    // and the Tailwind rules of the first frame are kept.
+    // Compiled by the application while the page loaded: the page never loads Babel. The
+    // Tailwind rules of the first frame are kept.
     ASSERT_EQ(run("kept.jsx", counter), "rendered");
     EXPECT_EQ(host.evaluate("typeof Babel"), "undefined");
     EXPECT_TRUE(
-        testing::runMainLoopUntil([&] { return entries() == before + 2; }, testing::pageDeadline));
+        testing::runMainLoopUntil([&] { return entries() == before + 1; }, testing::pageDeadline));
 
-    // A new view, as after a restart: the kept module runs, imports and all.
+    // A new view, as after a restart: the module runs, imports and all.
     WebViewFixture again;
     ASSERT_EQ(again.play(folder / "kept.jsx"), "rendered");
     EXPECT_EQ(again.evaluate("typeof Babel"), "undefined");
@@ -118,13 +118,34 @@ TEST_F(PlayerPageTest, ComponentsArriveCompiledAndAreKeptForTheNextStart) {
     again.evaluate("document.getElementById('b').click()");
     EXPECT_TRUE(again.waitUntil("document.getElementById('b').textContent === '1'"));
 
-    // Any change to the code is a new module.
+    // Any change to the code is new code.
     std::string edited = counter;
     edited.replace(edited.find("useState(0)"), 11, "useState(7)");
     ASSERT_EQ(run("kept.jsx", edited), "rendered");
     EXPECT_EQ(host.text("#b"), "7");
     EXPECT_TRUE(
-        testing::runMainLoopUntil([&] { return entries() == before + 4; }, testing::pageDeadline));
+        testing::runMainLoopUntil([&] { return entries() == before + 2; }, testing::pageDeadline));
+}
+
+TEST_F(PlayerPageTest, WithoutACompilerThatRunsThePageCompilesWithBabel) {
+    WebViewFixture withoutCompiler{ResourceLocator::application(),
+                                   std::make_shared<ArtifactCompiler>(std::nullopt)};
+    writeFile(folder / "typed.tsx", R"(
+        import { useState } from "react";
+        enum Size { Small = 1, Large = 4 }
+        export default function Shown() {
+          const [size] = useState<Size>(Size.Large);
+          return <p id="out">{size}</p>;
+        })");
+    ASSERT_EQ(withoutCompiler.play(folder / "typed.tsx"), "rendered");
+    EXPECT_EQ(withoutCompiler.text("#out"), "4");
+    EXPECT_EQ(withoutCompiler.evaluate("typeof Babel"), "object");
+
+    writeFile(folder / "broken.jsx",
+              "export default function App() {\n  const b = ;\n  return <p />;\n}\n");
+    ASSERT_EQ(withoutCompiler.play(folder / "broken.jsx"), "error");
+    EXPECT_THAT(withoutCompiler.panelText(),
+                AllOf(HasSubstr("Compile error"), HasSubstr("Line 2, column 13")));
 }
 
 TEST_F(PlayerPageTest, TypeScriptHooksEveryReactImportFormAndTrickyTextRunIntact) {
@@ -179,15 +200,18 @@ TEST_F(PlayerPageTest, TypeScriptHooksEveryReactImportFormAndTrickyTextRunIntact
 TEST_F(PlayerPageTest, CompileRuntimeAndImportErrorsShowThePanelAndAreLoggedOnce) {
     {
         StandardOutputCapture output;
-        ASSERT_EQ(run("broken.jsx", "const a = 1;\n\nexport default function App() {\n"
-                                    "  return <div>;\n}\n"),
+        ASSERT_EQ(run("broken.jsx", "const a = \"ünï\";\n\nexport default function App() {\n"
+                                    "  const b = ;\n  return <div>{a}</div>;\n}\n"),
                   "error");
-        EXPECT_THAT(host.panelText(), AllOf(HasSubstr("Compile error"), HasSubstr("Line 4"),
-                                            HasSubstr("return <div>;")));
+        EXPECT_THAT(host.panelText(),
+                    AllOf(HasSubstr("Compile error"), HasSubstr("Line 4, column 13"),
+                          HasSubstr("const b = ;"), HasSubstr("return <div>{a}</div>;")));
+        EXPECT_EQ(host.evaluate("typeof Babel"), "undefined");
         EXPECT_TRUE(host.errorMessages.empty());
         const auto text = logged(output);
         EXPECT_EQ(countOf(text, "❌ [JS]"), 1) << text;
-        EXPECT_THAT(text, HasSubstr("❌ [JS] Compile error: "));
+        EXPECT_THAT(text,
+                    AllOf(HasSubstr("❌ [JS] Compile error: "), HasSubstr("(line 4, column 13)\n")));
     }
     {
         StandardOutputCapture output;

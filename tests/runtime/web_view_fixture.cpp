@@ -12,8 +12,11 @@
 
 namespace kelmo::testing {
 
-WebViewFixture::WebViewFixture(ResourceLocator resources)
-    : view_{Gtk::make_managed<ArtifactWebView>(std::move(resources))} {
+WebViewFixture::WebViewFixture(ResourceLocator resources,
+                               std::shared_ptr<const ArtifactCompiler> compiler)
+    : view_{Gtk::make_managed<ArtifactWebView>(
+          std::move(resources), ArtifactStorage::defaultDirectory(),
+          StylesCache::defaultDirectory(), std::move(compiler))} {
     window_.set_default_size(1024, 700);
     window_.set_child(*view_);
     window_.present();

@@ -15,7 +15,9 @@ namespace kelmo::testing {
 // Hosts an ArtifactWebView in a window and records what it reports.
 class WebViewFixture {
 public:
-    explicit WebViewFixture(ResourceLocator resources = ResourceLocator::application());
+    explicit WebViewFixture(
+        ResourceLocator resources = ResourceLocator::application(),
+        std::shared_ptr<const ArtifactCompiler> compiler = std::make_shared<ArtifactCompiler>());
     ~WebViewFixture();
 
     ArtifactWebView& view() { return *view_; }

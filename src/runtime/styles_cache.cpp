@@ -1,4 +1,4 @@
-#include "runtime/compile_cache.h"
+#include "runtime/styles_cache.h"
 
 #include "runtime/scheme_support.h"
 
@@ -11,7 +11,7 @@ namespace kelmo {
 
 namespace {
 
-constexpr std::string_view entryExtension = ".compiled";
+constexpr std::string_view entryExtension = ".css";
 
 std::string sha256(std::string_view bytes) {
     GChecksum* checksum = g_checksum_new(G_CHECKSUM_SHA256);
@@ -29,69 +29,62 @@ bool isKey(const std::string& key) {
 
 } // namespace
 
-CompileCache::CompileCache(std::filesystem::path directory, std::string compilerFingerprint,
-                           std::size_t entryLimit)
-    : directory_{std::move(directory)}, compilerFingerprint_{std::move(compilerFingerprint)},
+StylesCache::StylesCache(std::filesystem::path directory, std::string stylerFingerprint,
+                         std::size_t entryLimit)
+    : directory_{std::move(directory)}, stylerFingerprint_{std::move(stylerFingerprint)},
       entryLimit_{std::max<std::size_t>(entryLimit, 1)} {}
 
-std::filesystem::path CompileCache::defaultDirectory() {
-    return std::filesystem::path{g_get_user_cache_dir()} / "kelmo" / "compiled";
+std::filesystem::path StylesCache::defaultDirectory() {
+    return std::filesystem::path{g_get_user_cache_dir()} / "kelmo" / "styles";
 }
 
-std::string CompileCache::fingerprintOf(const ResourceLocator& resources) {
-    const auto compiler = resources.url("artifact-compiler", "js");
-    const auto babel = resources.url("babel.min", "js");
-    if (!compiler || !babel)
+std::string StylesCache::fingerprintOf(const ResourceLocator& resources) {
+    const auto tailwind = resources.url("kelmo-tailwind", "js");
+    if (!tailwind)
         return {};
-    const auto compilerBytes = readWholeFile(*compiler);
     std::error_code error;
-    const auto babelSize = std::filesystem::file_size(*babel, error);
-    const auto babelTime = std::filesystem::last_write_time(*babel, error);
-    if (!compilerBytes || error)
+    const auto size = std::filesystem::file_size(*tailwind, error);
+    const auto time = std::filesystem::last_write_time(*tailwind, error);
+    if (error)
         return {};
-    return sha256(*compilerBytes) + ":" + std::to_string(babelSize) + ":" +
-           std::to_string(babelTime.time_since_epoch().count());
+    return std::to_string(size) + ":" + std::to_string(time.time_since_epoch().count());
 }
 
-std::string CompileCache::companionKey(const std::string& key, std::string_view what) {
-    return sha256(key + ":" + std::string{what});
-}
-
-std::string CompileCache::keyFor(std::string_view source) const {
-    std::string keyed = compilerFingerprint_;
+std::string StylesCache::keyFor(std::string_view source) const {
+    std::string keyed = stylerFingerprint_;
     keyed.push_back('\0');
     keyed.append(source);
     return sha256(keyed);
 }
 
-std::filesystem::path CompileCache::fileFor(const std::string& key) const {
+std::filesystem::path StylesCache::fileFor(const std::string& key) const {
     return directory_ / (key + std::string{entryExtension});
 }
 
-std::optional<std::string> CompileCache::lookup(const std::string& key) const {
-    if (!isKey(key) || compilerFingerprint_.empty())
+std::optional<std::string> StylesCache::lookup(const std::string& key) const {
+    if (!isKey(key) || stylerFingerprint_.empty())
         return std::nullopt;
     const auto file = fileFor(key);
-    auto compiled = readWholeFile(file);
-    if (!compiled || !isValidUtf8(*compiled))
+    auto styles = readWholeFile(file);
+    if (!styles || !isValidUtf8(*styles))
         return std::nullopt;
     std::error_code ignored;
     std::filesystem::last_write_time(file, std::filesystem::file_time_type::clock::now(), ignored);
-    return compiled;
+    return styles;
 }
 
-void CompileCache::store(const std::string& key, std::string_view compiled) const {
-    if (!isKey(key) || compilerFingerprint_.empty() || !isValidUtf8(compiled))
+void StylesCache::store(const std::string& key, std::string_view styles) const {
+    if (!isKey(key) || stylerFingerprint_.empty() || !isValidUtf8(styles))
         return;
     std::error_code ignored;
     std::filesystem::create_directories(directory_, ignored);
-    if (!g_file_set_contents(fileFor(key).c_str(), compiled.data(),
-                             static_cast<gssize>(compiled.size()), nullptr))
+    if (!g_file_set_contents(fileFor(key).c_str(), styles.data(),
+                             static_cast<gssize>(styles.size()), nullptr))
         return;
     trim();
 }
 
-void CompileCache::trim() const {
+void StylesCache::trim() const {
     struct Entry {
         std::filesystem::path file;
         std::filesystem::file_time_type used;

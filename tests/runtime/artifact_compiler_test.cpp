@@ -1,0 +1,130 @@
+#include "runtime/artifact_compiler.h"
+#include "test_support.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace kelmo {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using testing::TemporaryDirectory;
+using testing::writeFile;
+
+const ArtifactCompiler esbuild{std::filesystem::path{KELMO_ESBUILD}};
+
+CompiledModule compiled(std::string_view source) {
+    auto outcome = esbuild.compileNow(source);
+    if (auto* module = std::get_if<CompiledModule>(&outcome))
+        return std::move(*module);
+    ADD_FAILURE() << "did not compile: " << source;
+    return {};
+}
+
+TEST(ArtifactCompilerTest, TypeScriptIsStrippedAndTheModuleShapeFollowsTheSource) {
+    const auto module = compiled(R"(
+        import React, { useState } from "react";
+        import type { FC } from "react";
+        import { type Row, Camera } from "lucide-react";
+        import * as d3 from "d3";
+        import "./styles.css";
+        enum Status { Todo = "todo", Done = "done" }
+        interface Props { title: string }
+        const palette = { ink: "#111" } satisfies Record<string, string>;
+        function first<T>(items: T[]): T { return items[0]; }
+        const snippet = `const fs = require("fs");`;
+        export const Zebra: FC<Props> = ({ title }) => <h2>{title}{Status.Done}</h2>;
+        export function Apple() { return <Camera />; }
+        export default function Board() {
+          const [rows] = useState<Row[]>([]);
+          return <div style={{ color: palette.ink }}>{first([d3.max([1, 2])])}{rows?.length}</div>;
+        }
+        export { first as pick };
+        export * from "@/lib/utils";
+    )");
+    EXPECT_THAT(module.code, AllOf(Not(HasSubstr("interface")), Not(HasSubstr("satisfies")),
+                                   Not(HasSubstr("<T>")), Not(HasSubstr("<h2>")),
+                                   HasSubstr("?.") /* nothing modern is lowered */));
+    // Type-only imports are gone; the JSX runtime, the stylesheet and a re-export's source
+    // are imports like any other; text that looks like a call is not one.
+    EXPECT_THAT(module.imports,
+                ::testing::UnorderedElementsAre("react/jsx-runtime", "react", "lucide-react", "d3",
+                                                "./styles.css", "@/lib/utils"));
+    // In the order of their declarations, not the compiler's alphabetical table.
+    EXPECT_THAT(module.exports, ElementsAre("pick", "Zebra", "Apple", "default"));
+}
+
+TEST(ArtifactCompilerTest, ASyntaxErrorNamesItsLineAndItsColumnInCharacters) {
+    const std::string source = "const greeting = \"héllo wörld\";\n"
+                               "export default function App() {\n"
+                               "  return <p title=\"ünïcode\">{greeting</p>;\n"
+                               "}\n";
+    const auto outcome = esbuild.compileNow(source);
+    const auto* failure = std::get_if<CompileFailure>(&outcome);
+    ASSERT_NE(failure, nullptr);
+    EXPECT_FALSE(failure->message.empty());
+    EXPECT_THAT(failure->message, Not(HasSubstr("[ERROR]")));
+    EXPECT_EQ(failure->line, 3);
+    // esbuild counts the bytes of "ü" and "ï" twice; the page counts characters.
+    const auto byteColumn = std::string_view{"  return <p title=\"ünïcode\">{greeting</p>;"}.size();
+    EXPECT_EQ(failure->column, static_cast<int>(byteColumn) - 2 + 1);
+
+    EXPECT_EQ(pageJsonOf(CompileFailure{"Unexpected \"<\"", 3, 7}),
+              R"({"error":{"message":"Unexpected \"<\"","line":3,"column":7}})");
+    EXPECT_EQ(failureOf("some other output", source), std::nullopt);
+}
+
+TEST(ArtifactCompilerTest, ACompilerThatIsMissingOrFailsWithoutAnErrorIsUnavailable) {
+    TemporaryDirectory folder;
+    EXPECT_FALSE(ArtifactCompiler{std::nullopt}.isAvailable());
+    EXPECT_EQ(ArtifactCompiler{std::nullopt}.compileNow("x"),
+              CompileOutcome{CompilerUnavailable{}});
+    EXPECT_EQ(ArtifactCompiler{folder / "esbuild"}.compileNow("x"),
+              CompileOutcome{CompilerUnavailable{}});
+    const auto crashing = folder / "crashing";
+    writeFile(crashing, "#!/bin/sh\nkill -SEGV $$\n");
+    std::filesystem::permissions(crashing, std::filesystem::perms::owner_all);
+    EXPECT_EQ(ArtifactCompiler{crashing}.compileNow("x"), CompileOutcome{CompilerUnavailable{}});
+    EXPECT_EQ(ArtifactCompiler{"/bin/false"}.compileNow("x"),
+              CompileOutcome{CompilerUnavailable{}});
+    EXPECT_EQ(pageJsonOf(CompilerUnavailable{}), std::nullopt);
+}
+
+TEST(ArtifactCompilerTest, CompilesAnswerFromTheMainLoopAndACancelledOneNeverAnswers) {
+    std::vector<CompileOutcome> answers;
+    auto job = esbuild.compile("export default () => <p>hi</p>;", [&](CompileOutcome outcome) {
+        answers.push_back(std::move(outcome));
+    });
+    EXPECT_TRUE(answers.empty());
+    ASSERT_TRUE(testing::runMainLoopUntil([&] { return !answers.empty(); }));
+    const auto* module = std::get_if<CompiledModule>(&answers.front());
+    ASSERT_NE(module, nullptr);
+    EXPECT_THAT(module->imports, ElementsAre("react/jsx-runtime"));
+    EXPECT_THAT(pageJsonOf(answers.front()),
+                ::testing::Optional(AllOf(HasSubstr(R"("imports":["react\/jsx-runtime"])"),
+                                          HasSubstr(R"("exports":["default"])"))));
+
+    // One that is missing answers later too, never from inside the call.
+    bool unavailable = false;
+    auto missing = ArtifactCompiler{std::nullopt}.compile("x", [&](CompileOutcome outcome) {
+        unavailable = std::holds_alternative<CompilerUnavailable>(outcome);
+    });
+    EXPECT_FALSE(unavailable);
+    EXPECT_TRUE(testing::runMainLoopUntil([&] { return unavailable; }));
+
+    // Cancelled, by a call or by going away: nothing comes back, however long one waits.
+    int late = 0;
+    auto cancelled = esbuild.compile("export default 1;", [&](CompileOutcome) { ++late; });
+    cancelled->cancel();
+    esbuild.compile("export default 2;", [&](CompileOutcome) { ++late; }).reset();
+    auto control = esbuild.compile("export default 3;", [&](CompileOutcome) { answers.clear(); });
+    ASSERT_TRUE(testing::runMainLoopUntil([&] { return answers.empty(); }));
+    testing::drainMainLoop();
+    EXPECT_EQ(late, 0);
+}
+
+} // namespace
+} // namespace kelmo
