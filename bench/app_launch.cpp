@@ -282,6 +282,10 @@ LaunchResult Launcher::measure(bool isKelmo, const Home& home, const LaunchReque
             if (auto failure = reload(child, markers, result.reloads, request.reloads))
                 result.failure = *failure;
         }
+        if (!request.opens.empty() && result.failure.empty()) {
+            if (auto failure = open(child, home, markers, result.opens, request.opens))
+                result.failure = *failure;
+        }
     } else if (child.hasExited()) {
         result.failure = name + " exited before the artifact painted";
     } else {
@@ -348,6 +352,31 @@ std::optional<std::string> Launcher::reload(ChildProcess& kelmo, std::size_t& ma
         if (!seen)
             return "the artifact did not paint again within " + std::to_string(runTimeout.count()) +
                    " s of Ctrl+R";
+        ++markers;
+        times.push_back(millisecondsBetween(start, *seen));
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> Launcher::open(ChildProcess& kelmo, const Home& home,
+                                          std::size_t& markers, std::vector<double>& times,
+                                          const std::vector<std::filesystem::path>& files) {
+    const std::string consoleMarker = std::string{"🔵 [JS] "} + paintedMessage;
+    for (const auto& file : files) {
+        // As between reloads: the page before has settled.
+        kelmo.waitUntil([] { return false; }, Clock::now() + pauseBeforeReload);
+        if (kelmo.hasExited())
+            return "Kelmo exited before " + file.filename().string() + " was handed to it";
+        const auto start = Clock::now();
+        ChildProcess second{{kelmo_.string(), file.string()}, home.environment()};
+        const auto seen =
+            kelmo.waitUntil([&] { return occurrences(kelmo.output(), consoleMarker) > markers; },
+                            start + runTimeout);
+        if (!second.waitForExit(Clock::now() + std::chrono::seconds{10}))
+            return "the second kelmo did not hand " + file.filename().string() + " over and exit";
+        if (!seen)
+            return file.filename().string() + " did not paint within " +
+                   std::to_string(runTimeout.count()) + " s of being handed over";
         ++markers;
         times.push_back(millisecondsBetween(start, *seen));
     }

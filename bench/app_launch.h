@@ -50,11 +50,16 @@ struct LaunchResult {
     std::optional<Footprint> memory;
     std::string failure;
     std::vector<double> reloads; // milliseconds of each reload, when asked for
+    std::vector<double> opens;   // milliseconds of each file handed over, in order
 };
 
 struct LaunchRequest {
     bool sampleMemory = false;
     int reloads = 0;
+    // Files handed one after the other to the running Kelmo, each by a second
+    // `kelmo FILE`, as a file manager or a terminal does; each is timed from that
+    // command's start to the file's first frame.
+    std::vector<std::filesystem::path> opens;
 };
 
 // Starts programs under the benchmark and measures them. Holds the session bus, over
@@ -79,6 +84,9 @@ private:
     bool kelmoNameOwned() const;
     std::optional<std::string> reload(ChildProcess& kelmo, std::size_t& markers,
                                       std::vector<double>& times, int count);
+    std::optional<std::string> open(ChildProcess& kelmo, const Home& home, std::size_t& markers,
+                                    std::vector<double>& times,
+                                    const std::vector<std::filesystem::path>& files);
 
     std::filesystem::path kelmo_;
     std::filesystem::path floorHost_;
