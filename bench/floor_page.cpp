@@ -1,6 +1,7 @@
 #include "floor_page.h"
 
 #include "runtime/artifact_compiler.h"
+#include "runtime/icon_table.h"
 #include "runtime/resource_locator.h"
 #include "runtime/scheme_support.h"
 
@@ -31,10 +32,16 @@ void writeFloorPage(const std::filesystem::path& component,
                     const std::filesystem::path& pageTemplate, const std::filesystem::path& page) {
     const auto& resources = ResourceLocator::application();
     const auto compiled = ArtifactCompiler{}.compileNow(contentsOf(component, component.c_str()));
-    const auto module =
-        std::holds_alternative<CompiledModule>(compiled) ? pageJsonOf(compiled) : std::nullopt;
+    const auto* compiledModule = std::get_if<CompiledModule>(&compiled);
+    const auto module = compiledModule ? pageJsonOf(compiled) : std::nullopt;
     if (!module)
         throw std::runtime_error{"cannot compile " + component.string()};
+    // The icons the player would load for it: those it names, or all of them.
+    const auto iconsFile = page.parent_path() / "lucide-icons.js";
+    auto icons = contentsOf(resources.url("lucide-icons", "js"), "the lucide icons");
+    if (compiledModule->icons)
+        icons = iconLinesNaming(icons, *compiledModule->icons);
+    std::ofstream{iconsFile} << icons;
 
     std::string text = contentsOf(pageTemplate, pageTemplate.c_str());
     gchar* folder = g_filename_to_uri(resources.directory().c_str(), nullptr, nullptr);
@@ -46,6 +53,11 @@ void writeFloorPage(const std::filesystem::path& component,
     while (text.find("{{RESOURCES}}") != std::string::npos)
         replace(text, "{{RESOURCES}}", folderUri);
     replace(text, "{{COMPILED_MODULE}}", *module);
+    gchar* iconsUri = g_filename_to_uri(iconsFile.c_str(), nullptr, nullptr);
+    if (!iconsUri)
+        throw std::runtime_error{"no URI for the icons"};
+    replace(text, "{{LUCIDE_ICONS}}", iconsUri);
+    g_free(iconsUri);
     std::ofstream{page} << text;
 }
 

@@ -13,7 +13,7 @@
 // module to an existing one) below, and an entry for its specifier in
 // resources/runtime-modules.js.
 import * as esbuild from "esbuild";
-import { mkdirSync, readdirSync } from "node:fs";
+import { mkdirSync, readdirSync, writeFileSync } from "node:fs";
 import path from "node:path";
 import { fileURLToPath, pathToFileURL } from "node:url";
 
@@ -23,7 +23,7 @@ const root = path.dirname(here);
 // file name -> { modules: specifier -> what to import, borrows: specifiers from other bundles }
 // or { entry: a file of its own that registers what it provides, define: its build constants }
 export const bundles = {
-  "lib-lucide.js": { entry: "./lucide.js", define: async () => ({ LUCIDE_ICON_TABLE: await lucideIconTable() }) },
+  "lib-lucide.js": { entry: "./lucide.js" },
   "lib-recharts.js": { modules: { recharts: "recharts" } },
   "lib-mathjs.js": { modules: { mathjs: "mathjs" } },
   "lib-lodash.js": { modules: { lodash: "lodash" } },
@@ -128,14 +128,18 @@ function entrySource(modules) {
   return lines.join("\n");
 }
 
-// What js/lucide.js needs of lucide-react: every icon's data as JSON text, keyed by
-// its file name, and which export names answer which icon. Read by running the
-// package's own modules, so that the names are exactly the ones it exports.
-async function lucideIconTable() {
+// lucide-react's icons for js/lucide.js, as a script of one line per icon:
+//   kelmoLucideIcon("activity", ["Activity", "ActivityIcon", "LucideActivity"], "<JSON>");
+// the icon's file name, every name the package exports it under, and its drawing as
+// JSON text; and a last line with the names of the package's `icons` export. The page
+// loads the whole file only for an artifact whose icons cannot be told before it runs;
+// otherwise the application serves the lines of the icons the artifact names. Read by
+// running the package's own modules, so that the names are exactly the ones it exports.
+async function writeLucideIcons(outputFolder) {
   const esm = path.join(root, "node_modules", "lucide-react", "dist", "esm");
   const lucide = await import(pathToFileURL(path.join(esm, "lucide-react.mjs")).href);
   const iconFolder = path.join(esm, "icons");
-  const icons = {};
+  const data = new Map();
   const fileOf = new Map();
   for (const entry of readdirSync(iconFolder).sort()) {
     if (!entry.endsWith(".mjs") || entry === "index.mjs")
@@ -144,19 +148,22 @@ async function lucideIconTable() {
     if (!icon.__iconData)
       continue; // a former name of an icon, re-exported from its file
     const file = entry.slice(0, -".mjs".length);
-    icons[file] = JSON.stringify(icon.__iconData);
+    data.set(file, JSON.stringify(icon.__iconData));
     fileOf.set(icon.default, file);
   }
-  const names = {};
+  const namesOf = new Map([...data.keys()].map((file) => [file, []]));
   for (const [name, value] of Object.entries(lucide))
     if (fileOf.has(value))
-      names[name] = fileOf.get(value);
+      namesOf.get(fileOf.get(value)).push(name);
   const listed = Object.keys(lucide.icons).filter((name) => fileOf.has(lucide.icons[name]));
-  if (listed.length < 1000 || names.Activity !== "activity")
+  if (listed.length < 1000 || !namesOf.get("activity")?.includes("Activity"))
     throw new Error("lucide-react: the icon table came out wrong; has the package changed its layout?");
   // Each icon's data stays a string until it is used: the page scans a string literal
   // much faster than it builds the objects it would describe.
-  return JSON.stringify({ icons, names, listed });
+  const lines = [...data].map(([file, json]) =>
+    `kelmoLucideIcon(${JSON.stringify(file)},${JSON.stringify(namesOf.get(file))},${JSON.stringify(json)});`);
+  lines.push(`kelmoLucideListed(${JSON.stringify(listed)});`);
+  writeFileSync(path.join(outputFolder, "lucide-icons.js"), lines.join("\n") + "\n");
 }
 
 // lucide-react's own modules, which its package does not export one by one.
@@ -198,8 +205,10 @@ async function main() {
   const outputFolder = path.resolve(process.argv[2] || path.join(root, "build", "bundles"));
   mkdirSync(outputFolder, { recursive: true });
   const started = Date.now();
-  await Promise.all(
-    Object.entries(bundles).map(([file, bundle]) => buildBundle(file, bundle, outputFolder)));
+  await Promise.all([
+    ...Object.entries(bundles).map(([file, bundle]) => buildBundle(file, bundle, outputFolder)),
+    writeLucideIcons(outputFolder),
+  ]);
   
   console.log(`Bundled ${Object.keys(bundles).length} files in ${Date.now() - started} ms`);
 }

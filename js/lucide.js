@@ -3,17 +3,28 @@
 // dozen. Here each icon is kept as the JSON text of its drawing, and its component
 // is made, once, when the artifact first asks for its name.
 //
-// The build puts the table in place of LUCIDE_ICON_TABLE (js/build.mjs):
-//   icons: icon file name -> JSON text of the icon's data ({name, size, node})
-//   names: export name ("Activity", "ActivityIcon", "LucideActivity") -> file name
-//   listed: the names of the package's `icons` export
+// The icons arrive apart from this file (lucide-icons.js, made by js/build.mjs), all of
+// them or only those an artifact names, each by a call of kelmoLucideIcon.
 import createLucideIcon from "lucide-react/dist/esm/createLucideIcon.mjs";
 import Icon from "lucide-react/dist/esm/Icon.mjs";
 import { LucideProvider, useLucideContext } from "lucide-react/dist/esm/context.mjs";
 
-/* global LUCIDE_ICON_TABLE */
-const table = LUCIDE_ICON_TABLE;
+// icons: icon file name -> JSON text of the icon's data ({name, size, node})
+// names: export name ("Activity", "ActivityIcon", "LucideActivity") -> file name
+// listed: the names of the package's `icons` export -> file name
+const table = { icons: {}, names: {}, listed: {} };
 const made = new Map();
+
+window.kelmoLucideIcon = (file, names, json) => {
+  table.icons[file] = json;
+  for (const name of names)
+    table.names[name] = file;
+};
+window.kelmoLucideListed = (names) => {
+  for (const name of names)
+    if (Object.prototype.hasOwnProperty.call(table.names, name))
+      table.listed[name] = table.names[name];
+};
 
 function iconNamed(name, names) {
   if (typeof name !== "string" || !Object.prototype.hasOwnProperty.call(names, name))
@@ -25,7 +36,7 @@ function iconNamed(name, names) {
 }
 
 // A module namespace whose icon properties are made when read. `fixed` holds what is
-// not an icon; `names` the icon names it answers.
+// not an icon; `names` the icon names it answers, as they stand when asked.
 function lazyNamespace(fixed, names) {
   const isIcon = (key) =>
     typeof key === "string" && !(key in fixed) && Object.prototype.hasOwnProperty.call(names, key);
@@ -41,8 +52,7 @@ function lazyNamespace(fixed, names) {
   });
 }
 
-const listed = Object.fromEntries(table.listed.map((name) => [name, table.names[name]]));
-const icons = lazyNamespace({}, listed);
+const icons = lazyNamespace({}, table.listed);
 
 const registry = (window.kelmoLibraries = window.kelmoLibraries || {});
 registry["lucide-react"] = lazyNamespace(

@@ -106,7 +106,8 @@
       }),
     },
     "lucide-react": {
-      files: [...react, "lib-lucide.js"],
+      // The icons come apart, all of them or only those the artifact names (runtime.js).
+      files: [...react, "lib-lucide.js", "lucide-icons.js"],
       // Already a namespace, whose icons are made when first read: copying it would
       // make them all.
       exports: () => iconsWithPlaceholders(registered("lucide-react")),

@@ -14,6 +14,7 @@
   const BABEL_FILE = "babel.min.js";
   const COMPILER_FILE = "artifact-compiler.js";
   const COMPILED_MODULE_FILE = "kelmo-compiled-module.js";
+  const LUCIDE_ICONS_FILE = "lucide-icons.js";
 
   function setState(state) {
     document.documentElement.dataset.kelmoState = state;
@@ -163,11 +164,28 @@
     return loadedFiles.get(file);
   }
 
+  // Which lucide-react icons the page loads: undefined until the module is known, an
+  // array of names when the compiler found every icon the module uses by name, and
+  // "all" otherwise.
+  let lucideIcons;
+
+  function iconFile() {
+    if (lucideIcons === undefined)
+      return undefined;
+    if (lucideIcons === "all")
+      return LUCIDE_ICONS_FILE;
+    return `${LUCIDE_ICONS_FILE}?names=${encodeURIComponent(lucideIcons.join(","))}`;
+  }
+
   // Loads the files of every module (and any extra files), each once, in order.
   async function loadModules(specifiers, extraFiles = []) {
     const files = [];
     for (const specifier of specifiers)
-      files.push(...entryFor(specifier).files);
+      for (const file of entryFor(specifier).files) {
+        const wanted = file === LUCIDE_ICONS_FILE ? iconFile() : file;
+        if (wanted)
+          files.push(wanted);
+      }
     files.push(...extraFiles);
     await Promise.all([...new Set(files)].map(loadFile));
   }
@@ -432,6 +450,7 @@
     let compiled = compiledOnTheSide();
     if (compiled && compiled.error)
       throw compilerError(compiled.error);
+    lucideIcons = compiled && Array.isArray(compiled.icons) ? compiled.icons : "all";
     if (!compiled) {
       await Promise.all([loadFile(BABEL_FILE), loadFile(COMPILER_FILE)]).catch(() => undefined);
       if (typeof Babel === "undefined" || typeof window.kelmoTransform !== "function")

@@ -119,6 +119,48 @@ std::vector<std::string> exportedNames(std::string_view code) {
     return names;
 }
 
+// The lucide-react icons the code names: esbuild makes `import { Heart } from
+// "lucide-react"` into `var import_lucide_react = require("lucide-react");` and each use
+// into `import_lucide_react.Heart`. A namespace or default import, a re-export, a use
+// by computed name or of the `icons` export needs every icon, and answers nothing.
+std::optional<std::vector<std::string>> lucideIconsNamed(std::string_view code) {
+    constexpr std::string_view call = "require(\"lucide-react\")";
+    constexpr std::string_view binding = "import_lucide_react";
+    const std::string statement =
+        "\nvar " + std::string{binding} + " = " + std::string{call} + ";\n";
+    const auto declared = code.find(statement);
+    if (declared == std::string_view::npos)
+        return std::nullopt;
+    // Any other way in: the whole package.
+    if (code.find(call) != declared + statement.size() - call.size() - 2 ||
+        code.find(call, declared + statement.size()) != std::string_view::npos)
+        return std::nullopt;
+
+    std::vector<std::string> names;
+    const auto after = declared + statement.size();
+    for (auto at = code.find(binding, after); at != std::string_view::npos;
+         at = code.find(binding, at + binding.size())) {
+        if (isIdentifierCharacter(code[at - 1]))
+            continue;
+        auto rest = code.substr(at + binding.size());
+        if (!rest.empty() && isIdentifierCharacter(rest.front()))
+            continue; // a longer name that begins the same way
+        if (rest.empty() || rest.front() != '.')
+            return std::nullopt;
+        rest.remove_prefix(1);
+        std::size_t length = 0;
+        while (length < rest.size() && isIdentifierCharacter(rest[length]))
+            ++length;
+        const auto name = rest.substr(0, length);
+        if (name.empty() || name == "icons")
+            return std::nullopt;
+        if (std::find(names.begin(), names.end(), name) == names.end())
+            names.emplace_back(name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
 // The 1-based character column of a 0-based byte offset into the given 1-based line.
 int characterColumn(std::string_view source, int line, int byteColumn) {
     std::size_t start = 0;
@@ -268,7 +310,9 @@ std::optional<std::string> pageJsonOf(const CompileOutcome& outcome) {
     if (const auto* module = std::get_if<CompiledModule>(&outcome))
         return "{\"code\":" + ArtifactSchemeHandler::escapeForHTMLScript(module->code) +
                ",\"imports\":" + jsonStringArray(module->imports) +
-               ",\"exports\":" + jsonStringArray(module->exports) + "}";
+               ",\"exports\":" + jsonStringArray(module->exports) +
+               (module->icons ? ",\"icons\":" + jsonStringArray(*module->icons) : std::string{}) +
+               "}";
     if (const auto* failure = std::get_if<CompileFailure>(&outcome))
         return "{\"error\":{\"message\":" +
                ArtifactSchemeHandler::escapeForHTMLScript(failure->message) +
@@ -298,6 +342,7 @@ CompiledModule moduleOf(std::string code) {
     CompiledModule module;
     module.imports = requiredSpecifiers(code);
     module.exports = exportedNames(code);
+    module.icons = lucideIconsNamed(code);
     module.code = std::move(code);
     return module;
 }

@@ -19,6 +19,9 @@ struct CompiledModule {
     std::vector<std::string> imports;
     // The names the module exports, in the order of their declarations in the source.
     std::vector<std::string> exports;
+    // The lucide-react icons it uses, when every use names one (`import { Heart }`);
+    // nothing when it uses the package as a whole or does not import it.
+    std::optional<std::vector<std::string>> icons;
 
     bool operator==(const CompiledModule&) const = default;
 };
@@ -39,7 +42,7 @@ struct CompilerUnavailable {
 
 using CompileOutcome = std::variant<CompiledModule, CompileFailure, CompilerUnavailable>;
 
-// What the page is handed, as JSON text: {"code", "imports", "exports"} for a module,
+// What the page is handed, as JSON text: {"code", "imports", "exports", "icons"?} for a module,
 // {"error": {"message", "line", "column"}} for a failure; nothing when the compiler is
 // unavailable, and the page then compiles for itself.
 std::optional<std::string> pageJsonOf(const CompileOutcome& outcome);

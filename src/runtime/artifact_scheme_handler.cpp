@@ -1,5 +1,6 @@
 #include "runtime/artifact_scheme_handler.h"
 
+#include "runtime/icon_table.h"
 #include "runtime/scheme_support.h"
 
 #include <algorithm>
@@ -31,6 +32,8 @@ SchemeResult ArtifactSchemeHandler::resolve(std::string_view url) const {
     const std::string name = parsed->lastPathComponent();
     if (name == compiledModuleResource)
         return compiledModuleScript(asksForThisCode(*parsed) ? compiledArtifact : std::nullopt);
+    if (const auto names = parsed->queryValue("names"); names && name == lucideIconsResource)
+        return serveIcons(iconNamesOf(*names));
     return serveResource(name);
 }
 
@@ -123,6 +126,13 @@ SchemeResult ArtifactSchemeHandler::serveResource(std::string_view name) const {
     if (!bytes)
         return SchemeError::fileDoesNotExist;
     return SchemeResponse{std::move(*bytes), mimeType(extension)};
+}
+
+SchemeResult ArtifactSchemeHandler::serveIcons(const std::vector<std::string>& names) const {
+    auto table = serveResource(lucideIconsResource);
+    if (auto* response = std::get_if<SchemeResponse>(&table))
+        response->body = iconLinesNaming(response->body, names);
+    return table;
 }
 
 std::string ArtifactSchemeHandler::escapeForHTMLScript(std::string_view text) {

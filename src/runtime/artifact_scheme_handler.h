@@ -80,9 +80,10 @@ public:
     // module's script while a compile runs.
     bool answersLater(std::string_view url) const;
 
-    // Routes by host and path alone (query and fragment are ignored): host "player"
-    // with an empty path or "/" is the page, any other path is the resource named by
-    // its last component; any other host, or none, does not exist.
+    // Routes by host and path (the query only tells the compiled module's key and the
+    // icons wanted): host "player" with an empty path or "/" is the page, any other
+    // path is the resource named by its last component; any other host, or none, does
+    // not exist.
     SchemeResult resolve(std::string_view url) const;
 
     // The page template (resource "runtime.html") with every code placeholder replaced
@@ -97,6 +98,10 @@ public:
 
     // The top-level resource file of that name, typed by its extension.
     SchemeResult serveResource(std::string_view name) const;
+
+    // The icons of lucide-icons.js that are exported under these names
+    // ("lucide-icons.js?names=Heart,Star"), for an artifact that uses only those.
+    SchemeResult serveIcons(const std::vector<std::string>& names) const;
 
     // The text as one JSON string literal: quotation mark, reverse solidus and solidus
     // escaped with a reverse solidus, control characters escaped, everything else

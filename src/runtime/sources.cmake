@@ -8,6 +8,7 @@ add_library(kelmo_runtime_schemes STATIC
   ${CMAKE_CURRENT_LIST_DIR}/artifact_storage.cpp
   ${CMAKE_CURRENT_LIST_DIR}/styles_cache.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_compiler.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/icon_table.cpp
 )
 target_link_libraries(kelmo_runtime_schemes PUBLIC kelmo_core)
 

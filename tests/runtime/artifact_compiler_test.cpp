@@ -57,6 +57,29 @@ TEST(ArtifactCompilerTest, TypeScriptIsStrippedAndTheModuleShapeFollowsTheSource
     EXPECT_THAT(module.exports, ElementsAre("pick", "Zebra", "Apple", "default"));
 }
 
+TEST(ArtifactCompilerTest, TheIconsAModuleNamesAreKnownUnlessItUsesThePackageWhole) {
+    EXPECT_EQ(compiled(R"(
+        import { Star, Heart as Love, HeartIcon } from "lucide-react";
+        const import_lucide_reactor = 1;
+        export default () => <p>{import_lucide_reactor}<Love /><Star /><Love /></p>;
+    )")
+                  .icons,
+              std::vector<std::string>({"Heart", "Star"}));
+    EXPECT_EQ(compiled("import 'lucide-react'; export default () => <p />;").icons,
+              std::vector<std::string>{});
+    for (const char* whole : {
+             "import * as Icons from 'lucide-react'; export default () => <Icons.Star />;",
+             "import Lucide, { Star } from 'lucide-react'; export default () => <><Star "
+             "/><Lucide.Sun /></>;",
+             "import { icons } from 'lucide-react'; export default () => <icons.Star />;",
+             "import { Star } from 'lucide-react'; export { Sun } from 'lucide-react'; "
+             "export default () => <Star />;",
+             "export * from 'lucide-react';",
+             "export default () => <p />;",
+         })
+        EXPECT_EQ(compiled(whole).icons, std::nullopt) << whole;
+}
+
 TEST(ArtifactCompilerTest, ASyntaxErrorNamesItsLineAndItsColumnInCharacters) {
     const std::string source = "const greeting = \"héllo wörld\";\n"
                                "export default function App() {\n"

@@ -88,11 +88,13 @@ TEST_F(ArtifactLibraryTest, TailwindUtilitiesVariantsArbitraryValuesAndBreakpoin
                         "        .matches(rule.selectorText.slice(0, -state.length))))).join()"),
         ":hover,:focus,:active");
 
-    // A class put together at run time is styled as soon as it appears.
+    // A class put together at run time is styled once it appears (and, should the first
+    // frame have come from kept rules, once Tailwind has taken over after it).
     host().evaluate("document.getElementById('grow').click()");
     ASSERT_TRUE(host().waitUntil("document.getElementById('late') !== null"));
-    EXPECT_EQ(style("#late", "color"), "rgb(5, 150, 105)"); // text-emerald-600
-    EXPECT_EQ(style("#late", "letterSpacing"), "4.8px");    // tracking-[0.3em] at 16px
+    EXPECT_TRUE(host().waitUntil( // text-emerald-600
+        "getComputedStyle(document.getElementById('late')).color === 'rgb(5, 150, 105)'"));
+    EXPECT_EQ(style("#late", "letterSpacing"), "4.8px"); // tracking-[0.3em] at 16px
 
     // md: changes the layout between phone and tablet widths.
     ASSERT_TRUE(host().setViewportWidth(390));
@@ -141,6 +143,18 @@ TEST_F(ArtifactLibraryTest, IconsAnswerByEveryNameAndAnUnknownOneByAPlaceholder)
                               " !== null"),
               "true");
     EXPECT_TRUE(output.waitFor("⚠️  [JS] lucide-react has no icon \"IconFromTheFuture\""));
+}
+
+TEST_F(ArtifactLibraryTest, AnArtifactThatNamesItsIconsLoadsOnlyThose) {
+    ASSERT_EQ(run("named-icons.jsx", R"(
+        import { Star, Heart as Love } from "lucide-react";
+        export default () => <p id="icons"><Star /><Love /></p>;
+    )"),
+              "rendered");
+    EXPECT_EQ(host().evaluate("document.querySelectorAll('#icons svg.lucide').length"), "2");
+    EXPECT_EQ(host().evaluate("Object.keys(kelmoLibraries['lucide-react'])"
+                              ".filter((name) => /^[A-Z]/.test(name)).sort().join()"),
+              "Heart,HeartIcon,Icon,LucideHeart,LucideProvider,LucideStar,Star,StarIcon");
 }
 
 // While a first run compiles, the page loads the shipped modules its source names;

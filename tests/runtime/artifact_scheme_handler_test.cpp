@@ -114,6 +114,25 @@ TEST_F(ArtifactSchemeHandlerTest, OtherPathsServeTopLevelResourcesByLastComponen
     EXPECT_EQ(handler.resolve("not a url"), SchemeResult{SchemeError::badURL});
 }
 
+TEST_F(ArtifactSchemeHandlerTest, TheIconTableIsServedWholeOrOnlyTheIconsNamed) {
+    const std::string heart = R"(kelmoLucideIcon("heart",["Heart","HeartIcon"],"{}");)";
+    const std::string star = R"(kelmoLucideIcon("star",["Star","LucideStar"],"{\"node\":[]}");)";
+    const std::string sun = R"(kelmoLucideIcon("sun",["Sun"],"{}");)";
+    const std::string listed = R"(kelmoLucideListed(["Heart","Star","Sun"]);)";
+    const std::string table = heart + "\n" + star + "\n" + sun + "\n" + listed + "\n";
+    writeFile(resources / "lucide-icons.js", table);
+
+    EXPECT_EQ(answer("artifact://player/lucide-icons.js").body, table);
+    // By any name an icon is exported under, in the table's order, each once.
+    const auto some = answer("artifact://player/lucide-icons.js?names=LucideStar%2CHeart,Heart");
+    EXPECT_EQ(some.body, heart + "\n" + star + "\n");
+    EXPECT_EQ(some.mimeType, "application/javascript");
+    EXPECT_EQ(answer("artifact://player/lucide-icons.js?names=").body, "");
+    EXPECT_EQ(answer("artifact://player/lucide-icons.js?names=Nope,listed").body, "");
+    // Only that table answers in part.
+    EXPECT_EQ(answer("artifact://player/react.js?names=Heart").body, "window.React = {};");
+}
+
 TEST_F(ArtifactSchemeHandlerTest, HeadersAreExactlyTypeLengthOriginAndOtherFilesAreBytes) {
     handler.artifactCode = "const greeting = \"héllo ✓\";";
     const auto shown = answer(page);
