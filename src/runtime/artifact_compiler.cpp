@@ -6,8 +6,11 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
+#include <cstdio>
 #include <gio/gio.h>
 #include <glib.h>
+#include <mutex>
 #include <unistd.h>
 #include <utility>
 
@@ -215,6 +218,10 @@ CompileOutcome outcomeOf(GSubprocess* process, GBytes* output, GBytes* diagnosti
 }
 
 GObjectRef<GSubprocess> spawn(const std::filesystem::path& esbuild) {
+    // A compiler that dies before it has read the source must not take this process
+    // with it: writing to its closed pipe then fails with EPIPE instead of a signal.
+    static std::once_flag ignoringBrokenPipes;
+    std::call_once(ignoringBrokenPipes, [] { std::signal(SIGPIPE, SIG_IGN); });
     const auto arguments = ArtifactCompiler::arguments();
     auto argv = argumentVector(esbuild, arguments);
     return GObjectRef<GSubprocess>::adopt(

@@ -113,6 +113,14 @@ TEST(ArtifactCompilerTest, ACompilerThatIsMissingOrFailsWithoutAnErrorIsUnavaila
     EXPECT_EQ(ArtifactCompiler{crashing}.compileNow("x"), CompileOutcome{CompilerUnavailable{}});
     EXPECT_EQ(ArtifactCompiler{"/bin/false"}.compileNow("x"),
               CompileOutcome{CompilerUnavailable{}});
+    // One that is gone before it has read a large source breaks no pipe of ours.
+    const std::string large(4 << 20, 'x');
+    EXPECT_EQ(ArtifactCompiler{crashing}.compileNow(large), CompileOutcome{CompilerUnavailable{}});
+    bool answered = false;
+    auto job = ArtifactCompiler{"/bin/false"}.compile(large, [&](CompileOutcome outcome) {
+        answered = std::holds_alternative<CompilerUnavailable>(outcome);
+    });
+    EXPECT_TRUE(testing::runMainLoopUntil([&] { return answered; }));
     EXPECT_EQ(pageJsonOf(CompilerUnavailable{}), std::nullopt);
 }
 
