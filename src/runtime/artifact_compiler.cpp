@@ -311,6 +311,22 @@ private:
     std::shared_ptr<State> state_;
 };
 
+// esbuild's helper for default and namespace imports copies a module's own properties
+// into a fresh object. The page's modules are ES namespaces already (marked
+// __esModule), some of them answering names they cannot list (icons made on first
+// use, placeholders for unknown ones); they are used as they are, as Babel's interop
+// did. Anything else still goes through esbuild's helper. Written on the helper's own
+// line, so that the module's line numbers stay as esbuild gave them.
+void keepNamespacesAsTheyAre(std::string& code) {
+    constexpr std::string_view helper = "\nvar __toESM = (";
+    const auto at = code.find(helper);
+    if (at == std::string::npos)
+        return;
+    code.replace(at, helper.size(),
+                 "\nvar __toESM = (mod, isNodeMode) => mod != null && mod.__esModule ? mod : "
+                 "__esbuildToESM(mod, isNodeMode), __esbuildToESM = (");
+}
+
 } // namespace
 
 std::optional<std::string> pageJsonOf(const CompileOutcome& outcome) {
@@ -326,22 +342,6 @@ std::optional<std::string> pageJsonOf(const CompileOutcome& outcome) {
                ",\"line\":" + std::to_string(failure->line) +
                ",\"column\":" + std::to_string(failure->column) + "}}";
     return std::nullopt;
-}
-
-// esbuild's helper for default and namespace imports copies a module's own properties
-// into a fresh object. The page's modules are ES namespaces already (marked
-// __esModule), some of them answering names they cannot list (icons made on first
-// use, placeholders for unknown ones); they are used as they are, as Babel's interop
-// did. Anything else still goes through esbuild's helper. Written on the helper's own
-// line, so that the module's line numbers stay as esbuild gave them.
-static void keepNamespacesAsTheyAre(std::string& code) {
-    constexpr std::string_view helper = "\nvar __toESM = (";
-    const auto at = code.find(helper);
-    if (at == std::string::npos)
-        return;
-    code.replace(at, helper.size(),
-                 "\nvar __toESM = (mod, isNodeMode) => mod != null && mod.__esModule ? mod : "
-                 "__esbuildToESM(mod, isNodeMode), __esbuildToESM = (");
 }
 
 CompiledModule moduleOf(std::string code) {

@@ -12,14 +12,10 @@ bool namesOneOf(std::string_view line, const std::vector<std::string>& names) {
     const auto close = line.find(']', open);
     if (open == std::string_view::npos || close == std::string_view::npos)
         return false;
-    auto list = line.substr(open + 1, close - open - 1);
-    while (!list.empty()) {
-        const auto comma = list.find(',');
-        auto name = list.substr(0, comma);
-        list.remove_prefix(comma == std::string_view::npos ? list.size() : comma + 1);
-        if (name.size() >= 2 && name.front() == '"' && name.back() == '"')
-            name = name.substr(1, name.size() - 2);
-        if (std::find(names.begin(), names.end(), name) != names.end())
+    for (auto& quoted : iconNamesOf(line.substr(open + 1, close - open - 1))) {
+        const std::string_view name{quoted};
+        if (name.size() >= 2 &&
+            std::find(names.begin(), names.end(), name.substr(1, name.size() - 2)) != names.end())
             return true;
     }
     return false;
