@@ -2,7 +2,7 @@
 //
 // Each entry maps an import specifier to the runtime files that provide it and to
 // a function that answers its exports once those files have run. Files are
-// top-level resources served under artifact://player/; they are loaded at most
+// top-level resources served beside the player page; they are loaded at most
 // once, in the order listed, and only when a module that needs them is imported
 // (or needed by the player itself, which renders with React).
 //

@@ -8,7 +8,8 @@
 (function () {
   "use strict";
 
-  const PLAYER_URL = "artifact://player/";
+  // The page's own origin, whatever the host the application gave this artifact.
+  const PLAYER_URL = new URL("/", location.href).href;
   const MAX_SHOWN_ERRORS = 5;
   const TAILWIND_FILE = "kelmo-tailwind.js";
   const BABEL_FILE = "babel.min.js";
@@ -149,7 +150,7 @@
   // order they were added; one loaded out of order runs as soon as it arrives.
   function loadFile(file, { inOrder = true } = {}) {
     // The page itself loads the files every artifact needs, ahead of this script.
-    if (!loadedFiles.has(file) && document.querySelector(`script[src="${PLAYER_URL + file}"]`))
+    if (!loadedFiles.has(file) && document.querySelector(`script[src="${file}"]`))
       loadedFiles.set(file, Promise.resolve());
     if (!loadedFiles.has(file)) {
       loadedFiles.set(file, new Promise((resolve, reject) => {
@@ -240,10 +241,9 @@
   // Hands the first frame's rules to the application, for the next run of this code.
   function keepStyles() {
     try {
-      const handlers = window.webkit && window.webkit.messageHandlers;
       const styles = tailwindStyles();
-      if (styles !== null && handlers && handlers.kelmoStyles && typeof window.kelmoCompileKey === "string")
-        handlers.kelmoStyles.postMessage({ key: window.kelmoCompileKey, styles });
+      if (styles !== null && window.kelmoHost && typeof window.kelmoCompileKey === "string")
+        window.kelmoHost.post("kelmoStyles", { key: window.kelmoCompileKey, styles }).catch(() => undefined);
     } catch (ignored) {
       // Not kept: the next run waits for Tailwind again.
     }
@@ -262,8 +262,7 @@
   // and the user's files are out of reach offline, so those calls reject with a
   // message that says so.
   function installHostApis() {
-    const channel = window.webkit && window.webkit.messageHandlers &&
-      window.webkit.messageHandlers.kelmoStorage;
+    const host = window.kelmoHost;
     const memory = new Map(); // without the application: kept for this page only
 
     function keyText(key) {
@@ -272,41 +271,51 @@
       return key;
     }
 
+    // Keys and values travel as JSON string literals, so that every string arrives
+    // exactly, NUL and lone surrogates included; the application keeps them so.
+    const encode = (text) => JSON.stringify(text);
+    const decode = (literal) => JSON.parse(literal);
+
     async function ask(request) {
-      if (channel)
-        return channel.postMessage(request);
+      if (host) {
+        try {
+          return await host.post("kelmoStorage", request);
+        } catch (error) {
+          throw new Error(String(error && error.message || error));
+        }
+      }
       const slot = (request.shared ? "shared:" : "own:") + (request.key || "");
       switch (request.operation) {
       case "get": return memory.has(slot) ? memory.get(slot) : null;
       case "set": memory.set(slot, request.value); return true;
       case "delete": return memory.delete(slot);
       default: {
-        const prefix = (request.shared ? "shared:" : "own:") + (request.prefix || "");
-        return [...memory.keys()].filter((key) => key.startsWith(prefix))
-          .map((key) => key.slice(key.indexOf(":") + 1));
+        const set = request.shared ? "shared:" : "own:";
+        return [...memory.keys()].filter((key) => key.startsWith(set)).map((key) => key.slice(set.length));
       }
       }
     }
 
     window.storage = {
       async get(key, shared = false) {
-        const value = await ask({ operation: "get", key: keyText(key), shared: !!shared });
-        return typeof value === "string" ? { key, value, shared: !!shared } : null;
+        const value = await ask({ operation: "get", key: encode(keyText(key)), shared: !!shared });
+        return typeof value === "string" ? { key, value: decode(value), shared: !!shared } : null;
       },
       async set(key, value, shared = false) {
         const text = typeof value === "string" ? value : JSON.stringify(value);
         if (text === undefined)
           throw new TypeError("window.storage.set: the value must be a string");
-        await ask({ operation: "set", key: keyText(key), value: text, shared: !!shared });
+        await ask({ operation: "set", key: encode(keyText(key)), value: encode(text), shared: !!shared });
         return { key, value: text, shared: !!shared };
       },
       async delete(key, shared = false) {
-        const deleted = await ask({ operation: "delete", key: keyText(key), shared: !!shared });
+        const deleted = await ask({ operation: "delete", key: encode(keyText(key)), shared: !!shared });
         return { key, deleted: !!deleted, shared: !!shared };
       },
       async list(prefix = "", shared = false) {
-        const keys = await ask({ operation: "list", prefix: String(prefix || ""), shared: !!shared });
-        return { keys: Array.from(keys || []).sort(), prefix: prefix || "", shared: !!shared };
+        const start = String(prefix || "");
+        const keys = Array.from(await ask({ operation: "list", shared: !!shared }) || [], decode);
+        return { keys: keys.filter((key) => key.startsWith(start)).sort(), prefix: prefix || "", shared: !!shared };
       },
     };
 

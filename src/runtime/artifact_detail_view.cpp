@@ -222,6 +222,7 @@ void ArtifactDetailView::reload() {
 }
 
 void ArtifactDetailView::load() {
+    endedOverlay_->set_visible(false);
     webView_->loadIfNeeded(artifact_, reloadToken_);
 }
 
@@ -252,10 +253,14 @@ Gtk::Widget& ArtifactDetailView::runArea() {
     webView_->signalIsLoading().connect(sigc::mem_fun(*this, &ArtifactDetailView::setIsLoading));
     webView_->signalErrorMessage().connect(
         [this](const std::string& message) { setErrorMessage(message); });
+    webView_->signalPageEnded().connect(sigc::mem_fun(*this, &ArtifactDetailView::showPageEnded));
     area.set_child(*webView_);
     loadingOverlay_ = &loadingOverlay();
     loadingOverlay_->set_visible(isLoading_);
     area.add_overlay(*loadingOverlay_);
+    endedOverlay_ = &endedOverlay();
+    endedOverlay_->set_visible(false);
+    area.add_overlay(*endedOverlay_);
     return area;
 }
 
@@ -311,6 +316,37 @@ Gtk::Widget& ArtifactDetailView::loadingOverlay() {
     content.append(text);
     overlay.append(content);
     return overlay;
+}
+
+// Shown over what the page last drew, which no longer answers: why, and the way back.
+Gtk::Widget& ArtifactDetailView::endedOverlay() {
+    auto& overlay = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 10);
+    overlay.add_css_class("page-ended-overlay");
+    auto& content = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 10);
+    content.set_halign(Gtk::Align::CENTER);
+    content.set_valign(Gtk::Align::CENTER);
+    content.set_vexpand(true);
+    auto& title = *Gtk::make_managed<Gtk::Label>("This artifact stopped running");
+    title.add_css_class("page-ended-title");
+    content.append(title);
+    auto& detail = *Gtk::make_managed<Gtk::Label>(
+        "Its page ended unexpectedly, so what you see no longer responds.");
+    detail.add_css_class("page-ended-detail");
+    detail.set_wrap(true);
+    detail.set_justify(Gtk::Justification::CENTER);
+    content.append(detail);
+    auto& again = *Gtk::make_managed<Gtk::Button>("Reload");
+    again.add_css_class("page-ended-reload");
+    again.set_halign(Gtk::Align::CENTER);
+    again.set_action_name("player.reload");
+    content.append(again);
+    overlay.append(content);
+    return overlay;
+}
+
+void ArtifactDetailView::showPageEnded(const std::string& why) {
+    endedOverlay_->set_visible(true);
+    setErrorMessage(why);
 }
 
 void ArtifactDetailView::setIsLoading(bool loading) {

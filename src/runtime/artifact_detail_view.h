@@ -73,10 +73,12 @@ private:
     Gtk::Widget& runArea();
     Gtk::Widget& deviceFrame(int width);
     Gtk::Widget& loadingOverlay();
+    Gtk::Widget& endedOverlay();
     void load();
 
     void setIsLoading(bool loading);
     void setErrorMessage(std::optional<std::string> message);
+    void showPageEnded(const std::string& why);
     void showArtifactTexts();
     void showFavorite();
     void showViewport();
@@ -103,6 +105,7 @@ private:
     Gtk::Label* deviceName_ = nullptr;    // the device window's title, while one is shown
     ArtifactWebView* webView_ = nullptr;
     Gtk::Widget* loadingOverlay_ = nullptr;
+    Gtk::Widget* endedOverlay_ = nullptr; // while the page's process has ended
 };
 
 } // namespace kelmo

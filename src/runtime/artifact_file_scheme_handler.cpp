@@ -38,14 +38,21 @@ bool isInside(const std::filesystem::path& file, const std::filesystem::path& fo
 
 } // namespace
 
-void ArtifactFileSchemeHandler::setRoot(const std::filesystem::path& folder) {
+void ArtifactFileSchemeHandler::setRoot(const std::filesystem::path& folder, std::string host) {
     root_ = folder;
+    host_ = std::move(host);
 }
 
-std::string ArtifactFileSchemeHandler::urlFor(const std::filesystem::path& fileName) {
+void ArtifactFileSchemeHandler::clear() {
+    root_.reset();
+    host_.clear();
+}
+
+std::string ArtifactFileSchemeHandler::urlFor(std::string_view host,
+                                              const std::filesystem::path& fileName) {
     GCharPtr escaped{g_uri_escape_string(fileName.c_str(), nullptr, FALSE)};
     std::string url{artifactFileScheme};
-    url.append("://").append(artifactFileHost).append("/").append(escaped.get());
+    url.append("://").append(host).append("/").append(escaped.get());
     return url;
 }
 
@@ -53,7 +60,7 @@ SchemeResult ArtifactFileSchemeHandler::resolve(std::string_view url) const {
     const auto parsed = SchemeRequestUrl::parse(url);
     if (!parsed)
         return SchemeError::badURL;
-    if (parsed->host != artifactFileHost || !root_)
+    if (!root_ || host_.empty() || parsed->host != host_)
         return SchemeError::fileDoesNotExist;
 
     std::filesystem::path relative;

@@ -7,6 +7,7 @@
 #include <glib.h>
 #include <initializer_list>
 #include <numeric>
+#include <utility>
 
 namespace kelmo {
 
@@ -21,14 +22,23 @@ HeaderFields headerFields(const SchemeResponse& response) {
 ArtifactSchemeHandler::ArtifactSchemeHandler(ResourceLocator resources)
     : resources_{std::move(resources)} {}
 
-SchemeResult ArtifactSchemeHandler::resolve(std::string_view url) const {
+std::string ArtifactSchemeHandler::pageUrl(std::string_view host) {
+    std::string url{artifactScheme};
+    url.append("://").append(host).append("/");
+    return url;
+}
+
+SchemeResult ArtifactSchemeHandler::resolve(std::string_view url) {
     const auto parsed = SchemeRequestUrl::parse(url);
     if (!parsed)
         return SchemeError::badURL;
-    if (parsed->host != artifactPlayerHost)
+    if (!isCurrentHost(*parsed))
         return SchemeError::fileDoesNotExist;
-    if (parsed->path.empty() || parsed->path == "/")
+    if (parsed->path.empty() || parsed->path == "/") {
+        if (!std::exchange(pageAwaited, false))
+            return SchemeError::fileDoesNotExist;
         return serveRuntime();
+    }
     const std::string name = parsed->lastPathComponent();
     if (name == compiledModuleResource)
         return compiledModuleScript(asksForThisCode(*parsed) ? compiledArtifact : std::nullopt);
@@ -41,8 +51,12 @@ bool ArtifactSchemeHandler::answersLater(std::string_view url) const {
     if (!whenCompiled)
         return false;
     const auto parsed = SchemeRequestUrl::parse(url);
-    return parsed && parsed->host == artifactPlayerHost &&
+    return parsed && isCurrentHost(*parsed) &&
            parsed->lastPathComponent() == compiledModuleResource && asksForThisCode(*parsed);
+}
+
+bool ArtifactSchemeHandler::isCurrentHost(const SchemeRequestUrl& url) const {
+    return !host.empty() && url.host == host;
 }
 
 // A request for the module carries the key of its page's code. One from an earlier
@@ -142,8 +156,20 @@ std::string ArtifactSchemeHandler::escapeForHTMLScript(std::string_view text) {
     std::string literal;
     literal.reserve(text.size() + 2);
     literal.push_back('"');
-    for (const char c : text) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char c = text[at];
         switch (c) {
+        // Markup characters as escapes, so that no text in the code ("</script>",
+        // "<!--<script>") can change how the page's parser reads the script element.
+        case '<':
+            literal.append("\\u003c");
+            break;
+        case '>':
+            literal.append("\\u003e");
+            break;
+        case '&':
+            literal.append("\\u0026");
+            break;
         case '"':
             literal.append("\\\"");
             break;
@@ -169,7 +195,12 @@ std::string ArtifactSchemeHandler::escapeForHTMLScript(std::string_view text) {
             literal.append("\\t");
             break;
         default:
-            if (static_cast<unsigned char>(c) < 0x20) {
+            // U+2028 and U+2029 end a line in older script parsers.
+            if (c == '\xe2' && text.substr(at + 1, 1) == "\x80" && at + 2 < text.size() &&
+                (text[at + 2] == '\xa8' || text[at + 2] == '\xa9')) {
+                literal.append(text[at + 2] == '\xa8' ? "\\u2028" : "\\u2029");
+                at += 2;
+            } else if (static_cast<unsigned char>(c) < 0x20) {
                 const auto byte = static_cast<unsigned char>(c);
                 literal.append("\\u00").push_back(hex[byte >> 4]);
                 literal.push_back(hex[byte & 0xf]);

@@ -14,10 +14,8 @@ namespace kelmo {
 
 struct SchemeRequestUrl;
 
-// The scheme that serves the player page and its runtime scripts, and the page itself.
+// The scheme that serves the player page and its runtime scripts.
 inline constexpr std::string_view artifactScheme = "artifact";
-inline constexpr std::string_view artifactPlayerHost = "player";
-inline constexpr std::string_view artifactPlayerUrl = "artifact://player/";
 
 // The placeholder in the page template that receives the artifact's code.
 inline constexpr std::string_view artifactCodePlaceholder = "{{ARTIFACT_CODE_JSON}}";
@@ -54,13 +52,25 @@ using HeaderFields = std::vector<std::pair<std::string, std::string>>;
 // "Content-Length" and "Access-Control-Allow-Origin: *".
 HeaderFields headerFields(const SchemeResponse& response);
 
-// Answers requests on "artifact://player/": the page template with the artifact's
+// Answers requests on "artifact://<host>/", where the host names the origin of the
+// JSX or TSX artifact being run (originHostFor): the page template with the artifact's
 // code embedded, and the runtime files that the page loads, all from the
 // application's top-level resource files, read afresh on every request. Free of
 // WebKit; the web view host passes each request's URL in and hands the answer on.
 class ArtifactSchemeHandler {
 public:
     explicit ArtifactSchemeHandler(ResourceLocator resources = ResourceLocator::application());
+
+    // The page URL under a host: "artifact://<host>/".
+    static std::string pageUrl(std::string_view host);
+
+    // The origin host of the artifact being run; nothing is served under any other, and
+    // nothing at all while it is empty (no JSX or TSX artifact is being run).
+    std::string host;
+    // Whether the page of the current load is still to be served. It is served once, to
+    // the load it was made for: a later request for it (from a frame, or another page
+    // that learnt the URL) finds nothing.
+    bool pageAwaited = false;
 
     // The full source of the JSX or TSX artifact to run; embedded in the next page request.
     std::string artifactCode;
@@ -81,10 +91,10 @@ public:
     bool answersLater(std::string_view url) const;
 
     // Routes by host and path (the query only tells the compiled module's key and the
-    // icons wanted): host "player" with an empty path or "/" is the page, any other
-    // path is the resource named by its last component; any other host, or none, does
-    // not exist.
-    SchemeResult resolve(std::string_view url) const;
+    // icons wanted): under the current host, an empty path or "/" is the page (while it
+    // is awaited; serving it ends the wait), any other path is the resource named by its
+    // last component; any other host, or none, does not exist.
+    SchemeResult resolve(std::string_view url);
 
     // The page template (resource "runtime.html") with every code placeholder replaced
     // by the code as a JSON string literal, every compiled-module placeholder by the
@@ -103,9 +113,10 @@ public:
     // ("lucide-icons.js?names=Heart,Star"), for an artifact that uses only those.
     SchemeResult serveIcons(const std::vector<std::string>& names) const;
 
-    // The text as one JSON string literal: quotation mark, reverse solidus and solidus
-    // escaped with a reverse solidus, control characters escaped, everything else
-    // (non-ASCII included) as UTF-8. "\"\"" when the text is not valid UTF-8.
+    // The text as one JSON string literal that is safe inside a script element:
+    // quotation mark, reverse solidus and solidus escaped with a reverse solidus,
+    // control characters, "<", ">", "&", U+2028 and U+2029 as \u escapes, everything
+    // else (non-ASCII included) as UTF-8. "\"\"" when the text is not valid UTF-8.
     static std::string escapeForHTMLScript(std::string_view text);
 
     // js, css and html have their types (case-insensitive); everything else is
@@ -113,6 +124,7 @@ public:
     static std::string mimeType(std::string_view extension);
 
 private:
+    bool isCurrentHost(const SchemeRequestUrl& url) const;
     bool asksForThisCode(const SchemeRequestUrl& url) const;
 
     ResourceLocator resources_;

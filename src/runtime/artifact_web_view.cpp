@@ -9,6 +9,8 @@
 #include <glibmm/main.h>
 #include <gtkmm/binlayout.h>
 #include <gtkmm/eventcontrollerscroll.h>
+#include <gtkmm/filechoosernative.h>
+#include <gtkmm/window.h>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,9 +23,9 @@ constexpr double minimumZoom = 0.25;
 constexpr double maximumZoom = 5.0;
 constexpr double zoomStep = 1.1; // per wheel notch
 
-// The script that forwards a page's console calls, put at the start of every page.
-std::optional<std::string> forwardingScript(const ResourceLocator& resources) {
-    const auto file = resources.url("console-forwarding", "js");
+// The script put at the start of the artifact's page: its door to the application.
+std::optional<std::string> bridgeScript(const ResourceLocator& resources) {
+    const auto file = resources.url("page-bridge", "js");
     auto script = file ? readWholeFile(*file) : std::nullopt;
     if (!script || !isValidUtf8(*script))
         return std::nullopt;
@@ -43,21 +45,18 @@ ArtifactWebView::ArtifactWebView(ResourceLocator resources, std::filesystem::pat
     coordinator_->compiler = std::move(compiler);
     coordinator_->stylesCache = std::make_shared<StylesCache>(
         std::move(stylesDirectory), StylesCache::fingerprintOf(resources));
-    const auto consoleForwarding = forwardingScript(resources);
+    coordinator_->bridgeScript = bridgeScript(resources);
     coordinator_->schemeHandler = std::make_shared<ArtifactSchemeHandler>(std::move(resources));
     coordinator_->fileSchemeHandler = std::make_shared<ArtifactFileSchemeHandler>();
-    coordinator_->storage = std::make_shared<ArtifactStorage>(std::move(storageDirectory));
+    coordinator_->storage = ArtifactStorage::shared(storageDirectory);
+    coordinator_->openInBrowser = [this](const std::string& uri) { openInBrowser(uri); };
+    coordinator_->chooseWhereToSave = [this](const std::string& suggestedName, auto chosen) {
+        chooseWhereToSave(suggestedName, std::move(chosen));
+    };
 
     auto contentManager =
         GObjectRef<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
     coordinator_->listenTo(contentManager.get());
-    if (consoleForwarding) {
-        auto script = std::unique_ptr<WebKitUserScript, decltype(&webkit_user_script_unref)>{
-            webkit_user_script_new(consoleForwarding->c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
-                                   WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, nullptr, nullptr),
-            webkit_user_script_unref};
-        webkit_user_content_manager_add_script(contentManager.get(), script.get());
-    }
 
     webView_ = GObjectRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(
         g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", contentManager.get(), nullptr)));
@@ -121,6 +120,49 @@ void ArtifactWebView::setLoadTimeout(std::chrono::milliseconds timeout) {
         coordinator_->loadTimeout = timeout;
 }
 
+void ArtifactWebView::setBrowserOpener(BrowserOpener opener) {
+    if (coordinator_)
+        coordinator_->openInBrowser = std::move(opener);
+}
+
+void ArtifactWebView::setSaveChooser(SaveChooser chooser) {
+    if (coordinator_)
+        coordinator_->chooseWhereToSave = std::move(chooser);
+}
+
+void ArtifactWebView::openInBrowser(const std::string& uri) {
+    auto* root = GTK_WINDOW(gtk_widget_get_root(GTK_WIDGET(gobj())));
+    gtk_show_uri(root, uri.c_str(), GDK_CURRENT_TIME);
+}
+
+// A save dialog over the window, in the Downloads folder, with the page's name for the
+// file; the dialog confirms before it replaces a file.
+void ArtifactWebView::chooseWhereToSave(
+    const std::string& suggestedName,
+    std::function<void(std::optional<std::filesystem::path>)> chosen) {
+    auto* root = dynamic_cast<Gtk::Window*>(get_root());
+    auto dialog = Gtk::FileChooserNative::create("Save File", Gtk::FileChooser::Action::SAVE,
+                                                 "_Save", "_Cancel");
+    if (root)
+        dialog->set_transient_for(*root);
+    dialog->set_modal(true);
+    if (const char* downloads = g_get_user_special_dir(G_USER_DIRECTORY_DOWNLOAD))
+        dialog->set_current_folder(Gio::File::create_for_path(downloads));
+    dialog->set_current_name(suggestedName);
+    // The handler keeps the dialog alive until it has answered, and is let go of after.
+    auto handler = std::make_shared<sigc::connection>();
+    *handler = dialog->signal_response().connect(
+        [dialog, handler, chosen = std::move(chosen)](int response) mutable {
+            std::optional<std::filesystem::path> file;
+            if (response == GTK_RESPONSE_ACCEPT)
+                if (const auto picked = dialog->get_file(); picked && !picked->get_path().empty())
+                    file = picked->get_path();
+            Glib::signal_idle().connect_once([handler] { handler->disconnect(); });
+            chosen(std::move(file));
+        });
+    dialog->show();
+}
+
 void ArtifactWebView::post(std::function<void()> change) {
     posted_.push_back(std::move(change));
     if (!delivery_.connected())
@@ -148,6 +190,10 @@ void ArtifactWebView::setIsLoading(bool loading) {
 
 void ArtifactWebView::setErrorMessage(std::string message) {
     post([this, message = std::move(message)] { errorMessageChanged_.emit(message); });
+}
+
+void ArtifactWebView::setPageEnded(std::string why) {
+    post([this, why = std::move(why)] { pageEnded_.emit(why); });
 }
 
 bool ArtifactWebView::zoomByScroll(double dy) {

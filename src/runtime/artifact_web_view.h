@@ -13,17 +13,20 @@
 #include <functional>
 #include <gtkmm/widget.h>
 #include <memory>
+#include <optional>
 #include <sigc++/signal.h>
 #include <string>
 #include <webkit/webkit.h>
 
 namespace kelmo {
 
-// Hosts the web view in which one artifact runs. HTML artifacts open from their
-// file with read access to its folder and below; JSX and TSX artifacts are read as
-// text and run inside the player page "artifact://player/". The page's console
-// output is written to standard output, one prefixed line per message, and its
-// window.storage values are kept per artifact file (ArtifactStorage).
+// Hosts the web view in which one artifact runs, in an origin of its own. HTML
+// artifacts are served from their file with read access to its folder and below; JSX
+// and TSX artifacts are read as text and run inside the player page
+// "artifact://<host>/". The page's console output is written to standard output, one
+// prefixed line per message, and its window.storage values are kept per artifact file
+// (ArtifactStorage). The artifact cannot navigate the view away from its origin: a
+// web link the user clicks opens in the browser.
 //
 // The widget owns the web view, its Coordinator (which loads and listens) and the
 // scheme handlers that answer the view's requests. Whether a load is under way and
@@ -54,8 +57,22 @@ public:
     // errorMessage: set when a load fails. Never cleared here; that is the owner's call.
     sigc::signal<void(const std::string&)>& signalErrorMessage() { return errorMessageChanged_; }
 
+    // pageEnded: the page's web process ended (it crashed, or ran out of memory) and
+    // nothing runs any more; the text says why. A new load runs the artifact again.
+    sigc::signal<void(const std::string&)>& signalPageEnded() { return pageEnded_; }
+
     // How long a JSX or TSX page may take before its load fails; 60 seconds by default.
     void setLoadTimeout(std::chrono::milliseconds timeout);
+
+    // Shows a web page that the user clicked in the artifact; the user's browser by default.
+    using BrowserOpener = std::function<void(const std::string& uri)>;
+    void setBrowserOpener(BrowserOpener opener);
+    // Asks where to save a file that the page downloads, suggesting a name; answers the
+    // chosen file, or nothing to cancel. A save dialog by default.
+    using SaveChooser = std::function<void(
+        const std::string& suggestedName,
+        std::function<void(std::optional<std::filesystem::path>)> chosen)>;
+    void setSaveChooser(SaveChooser chooser);
 
     // The hosted web view, for running scripts in the page (tests, tools); null once
     // the widget has been destroyed.
@@ -67,6 +84,10 @@ private:
     void deliverPosted();
     void setIsLoading(bool loading);
     void setErrorMessage(std::string message);
+    void setPageEnded(std::string why);
+    void openInBrowser(const std::string& uri);
+    void chooseWhereToSave(const std::string& suggestedName,
+                           std::function<void(std::optional<std::filesystem::path>)> chosen);
     bool zoomByScroll(double dy);
 
     GObjectRef<WebKitWebView> webView_;
@@ -76,6 +97,7 @@ private:
     sigc::connection destroyed_;
     sigc::signal<void(bool)> isLoadingChanged_;
     sigc::signal<void(const std::string&)> errorMessageChanged_;
+    sigc::signal<void(const std::string&)> pageEnded_;
 };
 
 } // namespace kelmo

@@ -1,5 +1,6 @@
 #include "runtime/artifact_web_view_coordinator.h"
 
+#include "runtime/artifact_origin.h"
 #include "runtime/scheme_support.h"
 
 #include <cstdio>
@@ -15,6 +16,10 @@ namespace {
 
 constexpr char couldNotReadFile[] = "Could not read file";
 constexpr char requestTimedOut[] = "The request timed out.";
+constexpr char pageCrashed[] = "The artifact's page crashed";
+constexpr char pageOutOfMemory[] = "The artifact's page ran out of memory";
+constexpr char storageFull[] =
+    "window.storage.set: this artifact's storage is full (5 MB); delete values to make room";
 
 // A string property of a page object, or nothing when it is missing or not a string.
 std::optional<std::string> stringProperty(JSCValue* object, const char* name) {
@@ -24,9 +29,14 @@ std::optional<std::string> stringProperty(JSCValue* object, const char* name) {
         GObjectRef<JSCValue>::adopt(jsc_value_object_get_property(object, name));
     if (!value || !jsc_value_is_string(value.get()))
         return std::nullopt;
-    gchar* text = jsc_value_to_string(value.get());
-    std::string result = text ? text : "";
-    g_free(text);
+    // As bytes, so that a NUL character does not end the text.
+    GBytes* bytes = jsc_value_to_string_as_bytes(value.get());
+    if (!bytes)
+        return std::string{};
+    gsize size = 0;
+    const auto* data = static_cast<const char*>(g_bytes_get_data(bytes, &size));
+    std::string result{data ? data : "", data ? size : 0};
+    g_bytes_unref(bytes);
     return result;
 }
 
@@ -48,9 +58,35 @@ std::string consoleLine(std::string_view level, std::string_view message) {
         prefix = "⚠️  [JS]";
     else if (level == "info")
         prefix = "ℹ️  [JS]";
+    static constexpr char hex[] = "0123456789abcdef";
     std::string line;
     line.reserve(prefix.size() + message.size() + 2);
-    line.append(prefix).append(" ").append(message).append("\n");
+    line.append(prefix).append(" ");
+    for (std::size_t at = 0; at < message.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(message[at]);
+        const auto next = at + 1 < message.size() ? static_cast<unsigned char>(message[at + 1]) : 0;
+        if (byte == '\n') {
+            line.append("\\n");
+        } else if (byte == '\r') {
+            line.append("\\r");
+        } else if (byte == '\t') {
+            line.append("\\t");
+        } else if (byte < 0x20 || byte == 0x7f) {
+            line.append("\\x").push_back(hex[byte >> 4]);
+            line.push_back(hex[byte & 0xf]);
+        } else if (byte == 0xc2 && next >= 0x80 && next <= 0x9f) {
+            // The C1 controls, U+0080 to U+009F (a terminal reads U+009B as an escape).
+            line.append("\\u00").push_back(hex[next >> 4]);
+            line.push_back(hex[next & 0xf]);
+            ++at;
+        } else if (message.compare(at, 3, "\u2028") == 0 || message.compare(at, 3, "\u2029") == 0) {
+            line.append(message[at + 2] == '\xa8' ? "\\u2028" : "\\u2029");
+            at += 2;
+        } else {
+            line.push_back(message[at]);
+        }
+    }
+    line.append("\n");
     return line;
 }
 
@@ -58,20 +94,21 @@ ArtifactWebView::Coordinator::Coordinator(ArtifactWebView& parent) : parent_{par
 
 ArtifactWebView::Coordinator::~Coordinator() {
     timeout_.disconnect();
+    runAgain_.disconnect();
     if (schemeHandler)
         schemeHandler->whenCompiled = nullptr;
     if (webView_)
         g_signal_handlers_disconnect_by_data(webView_.get(), this);
+    if (networkSession_)
+        g_signal_handlers_disconnect_by_data(networkSession_.get(), this);
+    for (const auto& download : downloads_)
+        g_signal_handlers_disconnect_by_data(download.get(), this);
     if (contentManager_) {
         g_signal_handlers_disconnect_by_data(contentManager_.get(), this);
-        webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
-                                                                      jsConsoleChannel, nullptr);
-        webkit_user_content_manager_unregister_script_message_handler(
-            contentManager_.get(), artifactBridgeChannel, nullptr);
-        webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
-                                                                      storageChannel, nullptr);
-        webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
-                                                                      stylesChannel, nullptr);
+        for (const char* channel : {jsConsoleChannel, artifactBridgeChannel, storageChannel,
+                                    stylesChannel})
+            webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
+                                                                          channel, nullptr);
     }
 }
 
@@ -99,6 +136,12 @@ void ArtifactWebView::Coordinator::follow(WebKitWebView* webView) {
     webView_ = GObjectRef<WebKitWebView>::retain(webView);
     g_signal_connect(webView, "load-changed", G_CALLBACK(onLoadChanged), this);
     g_signal_connect(webView, "load-failed", G_CALLBACK(onLoadFailed), this);
+    g_signal_connect(webView, "web-process-terminated", G_CALLBACK(onWebProcessTerminated), this);
+    g_signal_connect(webView, "decide-policy", G_CALLBACK(onDecidePolicy), this);
+    networkSession_ =
+        GObjectRef<WebKitNetworkSession>::retain(webkit_web_view_get_network_session(webView));
+    g_signal_connect(networkSession_.get(), "download-started", G_CALLBACK(onDownloadStarted),
+                     this);
 }
 
 void ArtifactWebView::Coordinator::loadIfNeeded(const Artifact& artifact, const Uuid& reloadToken,
@@ -113,16 +156,19 @@ void ArtifactWebView::Coordinator::loadIfNeeded(const Artifact& artifact, const 
 void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView* webView) {
     parent_.setIsLoading(true);
     timeout_.disconnect();
+    runAgain_.disconnect();
     timedOut_ = false;
 
     const std::filesystem::path url{artifact.type.url};
-    if (storage)
-        storage->setArtifact(url);
+    const std::string host = originHostFor(url);
     if (artifact.type.kind == ArtifactType::Kind::html) {
+        artifact_ = artifact;
+        stopServingPlayer();
         if (fileSchemeHandler)
-            fileSchemeHandler->setRoot(url.parent_path());
-        webkit_web_view_load_uri(webView,
-                                 ArtifactFileSchemeHandler::urlFor(url.filename()).c_str());
+            fileSchemeHandler->setRoot(url.parent_path(), host);
+        const auto page = ArtifactFileSchemeHandler::urlFor(host, url.filename());
+        beginLoad(page, false);
+        webkit_web_view_load_uri(webView, page.c_str());
         return;
     }
 
@@ -132,20 +178,67 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
         parent_.setErrorMessage(couldNotReadFile);
         return;
     }
+    artifact_ = artifact;
+    if (fileSchemeHandler)
+        fileSchemeHandler->clear();
+    const auto page = ArtifactSchemeHandler::pageUrl(host);
     if (schemeHandler) {
-        // Requests of the page being replaced get what there is; their page is leaving.
-        answerWaitingRequests();
-        compileJob_.reset();
-        schemeHandler->compiledArtifact.reset();
-        schemeHandler->whenCompiled = nullptr;
+        stopServingPlayer();
+        schemeHandler->host = host;
+        schemeHandler->pageAwaited = true;
         schemeHandler->compileKey = stylesCache ? stylesCache->keyFor(*code) : std::string{};
         schemeHandler->tailwindStyles =
             stylesCache ? stylesCache->lookup(schemeHandler->compileKey) : std::nullopt;
         compileOnTheSide(*code);
         schemeHandler->artifactCode = std::move(*code);
     }
-    webkit_web_view_load_uri(webView, std::string{artifactPlayerUrl}.c_str());
+    beginLoad(page, true);
+    webkit_web_view_load_uri(webView, page.c_str());
     startTimeout(webView);
+}
+
+// Ends everything the player served to the page being replaced: requests still waiting
+// for a module get what there is (their page is leaving), and nothing more is served
+// under its host.
+void ArtifactWebView::Coordinator::stopServingPlayer() {
+    if (!schemeHandler)
+        return;
+    answerWaitingRequests();
+    compileJob_.reset();
+    schemeHandler->whenCompiled = nullptr;
+    schemeHandler->host.clear();
+    schemeHandler->pageAwaited = false;
+    schemeHandler->artifactCode.clear();
+    schemeHandler->compiledArtifact.reset();
+    schemeHandler->compileKey.clear();
+    schemeHandler->tailwindStyles.reset();
+}
+
+// A new token, and the bridge that carries it put at the start of the artifact's own
+// top-level page, and only there: in the top frame, on the page's origin.
+void ArtifactWebView::Coordinator::beginLoad(const std::string& pageUrl, bool isPlayer) {
+    std::unique_ptr<gchar, decltype(&g_free)> token{g_uuid_string_random(), g_free};
+    loadToken_ = token.get();
+    navigation_.beginLoad(pageUrl, isPlayer);
+    if (!contentManager_)
+        return;
+    webkit_user_content_manager_remove_all_scripts(contentManager_.get());
+    if (!bridgeScript)
+        return;
+    const std::string source = *bridgeScript + "(\"" + loadToken_ + "\");\n";
+    const std::string origin = NavigationPolicy::originOf(pageUrl) + "*";
+    const char* const allowed[] = {origin.c_str(), nullptr};
+    auto script = std::unique_ptr<WebKitUserScript, decltype(&webkit_user_script_unref)>{
+        webkit_user_script_new(source.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+                               WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, allowed, nullptr),
+        webkit_user_script_unref};
+    webkit_user_content_manager_add_script(contentManager_.get(), script.get());
+}
+
+bool ArtifactWebView::Coordinator::isFromCurrentLoad(JSCValue* body) const {
+    if (!body || !jsc_value_is_object(body) || loadToken_.empty())
+        return false;
+    return stringProperty(body, "token") == loadToken_;
 }
 
 // Compiles the code while the web process loads the page and React; the page asks for
@@ -193,6 +286,11 @@ void ArtifactWebView::Coordinator::didStartProvisionalNavigation() {
         webkit_web_view_stop_loading(webView_.get());
         return;
     }
+    // A navigation away from the artifact is refused when its answer comes; the
+    // artifact keeps running meanwhile.
+    const char* uri = webkit_web_view_get_uri(webView_.get());
+    if (uri && !navigation_.admitsTopFrameResponse(uri))
+        return;
     parent_.setIsLoading(true);
 }
 
@@ -204,20 +302,112 @@ void ArtifactWebView::Coordinator::didFinish() {
     parent_.setIsLoading(false);
 }
 
-void ArtifactWebView::Coordinator::didFail(const GError* error) {
+void ArtifactWebView::Coordinator::didFail(std::string_view uri, const GError* error) {
     timeout_.disconnect();
     // A load stopped by its time-out has already been reported as such.
     if (timedOut_)
         return;
     parent_.setIsLoading(false);
+    // A navigation away that was refused, or failed on its way out: the artifact's own
+    // page is still there and nothing failed for the user.
+    if (!navigation_.admitsTopFrameResponse(uri))
+        return;
     parent_.setErrorMessage(error && error->message ? error->message : "");
 }
 
-void ArtifactWebView::Coordinator::didReceive(std::string_view channel, JSCValue* body) {
-    if (channel != jsConsoleChannel)
+// The web process is gone, and with it the page: nothing answers on screen any more.
+void ArtifactWebView::Coordinator::didEnd(WebKitWebProcessTerminationReason reason) {
+    if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API)
         return;
-    if (!body || !jsc_value_is_object(body) || jsc_value_is_array(body) ||
-        jsc_value_is_function(body))
+    timeout_.disconnect();
+    runAgain_.disconnect();
+    loadToken_.clear();
+    stopServingPlayer();
+    if (fileSchemeHandler)
+        fileSchemeHandler->clear();
+    navigation_.clear();
+    parent_.setIsLoading(false);
+    parent_.setPageEnded(reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT ? pageOutOfMemory
+                                                                            : pageCrashed);
+}
+
+bool ArtifactWebView::Coordinator::decidePolicy(WebKitPolicyDecision* decision,
+                                                WebKitPolicyDecisionType type) {
+    if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) {
+        auto* response = WEBKIT_RESPONSE_POLICY_DECISION(decision);
+        if (!webkit_response_policy_decision_is_main_frame_main_resource(response))
+            return false;
+        const char* uri =
+            webkit_uri_request_get_uri(webkit_response_policy_decision_get_request(response));
+        if (uri && navigation_.admitsTopFrameResponse(uri))
+            return false;
+        webkit_policy_decision_ignore(decision);
+        return true;
+    }
+    auto* action = webkit_navigation_policy_decision_get_navigation_action(
+        WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+    const char* uri = webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
+    const auto kind = webkit_navigation_action_get_navigation_type(action);
+    const NavigationRequest request{
+        .uri = uri ? uri : "",
+        .newWindow = type == WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION,
+        .linkClicked = kind == WEBKIT_NAVIGATION_TYPE_LINK_CLICKED,
+        .userGesture = webkit_navigation_action_is_user_gesture(action) != FALSE,
+        .reload = kind == WEBKIT_NAVIGATION_TYPE_RELOAD,
+    };
+    const auto verdict = navigation_.decide(request);
+    if (verdict == NavigationVerdict::allow)
+        return false;
+    webkit_policy_decision_ignore(decision);
+    if (verdict == NavigationVerdict::openInBrowser && openInBrowser) {
+        openInBrowser(std::string{request.uri});
+    } else if (verdict == NavigationVerdict::runAgain && artifact_) {
+        // Later, outside the engine's call.
+        runAgain_ = Glib::signal_idle().connect([this] {
+            if (artifact_ && webView_)
+                load(*artifact_, webView_.get());
+            return false;
+        });
+    }
+    return true;
+}
+
+// A download that the page starts is saved where the user says, as in a browser.
+void ArtifactWebView::Coordinator::didStartDownload(WebKitDownload* download) {
+    if (webkit_download_get_web_view(download) != webView_.get())
+        return;
+    webkit_download_set_allow_overwrite(download, TRUE); // the save dialog asks first
+    downloads_.push_back(GObjectRef<WebKitDownload>::retain(download));
+    const auto forget = +[](WebKitDownload* download, gpointer self) {
+        auto& downloads = static_cast<Coordinator*>(self)->downloads_;
+        std::erase_if(downloads, [download](const auto& held) { return held.get() == download; });
+    };
+    // Emitted at the end of every download, a failed or cancelled one too.
+    g_signal_connect(download, "finished", G_CALLBACK(forget), this);
+    g_signal_connect(download, "decide-destination", G_CALLBACK(onDecideDestination), this);
+}
+
+void ArtifactWebView::Coordinator::askWhereToSave(WebKitDownload* download,
+                                                  const char* suggestedName) {
+    if (!chooseWhereToSave) {
+        webkit_download_cancel(download);
+        return;
+    }
+    std::shared_ptr<WebKitDownload> held{static_cast<WebKitDownload*>(g_object_ref(download)),
+                                         g_object_unref};
+    chooseWhereToSave(suggestedName && *suggestedName ? suggestedName : "download",
+                      [held](std::optional<std::filesystem::path> file) {
+                          if (file)
+                              webkit_download_set_destination(held.get(), file->c_str());
+                          else
+                              webkit_download_cancel(held.get());
+                      });
+}
+
+void ArtifactWebView::Coordinator::didReceive(std::string_view channel, JSCValue* body) {
+    if (channel != jsConsoleChannel || !isFromCurrentLoad(body))
+        return;
+    if (jsc_value_is_array(body) || jsc_value_is_function(body))
         return;
     const auto level = stringProperty(body, "level");
     const auto message = stringProperty(body, "message");
@@ -228,22 +418,23 @@ void ArtifactWebView::Coordinator::didReceive(std::string_view channel, JSCValue
     std::fflush(stdout);
 }
 
-// A request from window.storage: {operation, key, value, prefix, shared}. Answers
-// get with the value or null, set with true, delete with whether the key was there
-// and list with the matching keys.
+// A request from window.storage: {operation, key, value, shared}, keys and values as
+// JSON string literals. Answers get with the value or null, set with true, delete with
+// whether the key was there and list with every key of the set.
 void ArtifactWebView::Coordinator::answerStorageRequest(JSCValue* request,
                                                         WebKitScriptMessageReply* reply) {
-    if (!storage || !request || !jsc_value_is_object(request)) {
+    if (!storage || !artifact_ || !isFromCurrentLoad(request)) {
         webkit_script_message_reply_return_error_message(reply, "Storage is not available");
         return;
     }
+    const std::filesystem::path artifact{artifact_->type.url};
     JSCContext* context = jsc_value_get_context(request);
     const auto operation = stringProperty(request, "operation").value_or("");
     const auto key = stringProperty(request, "key").value_or("");
     const bool shared = booleanProperty(request, "shared");
     GObjectRef<JSCValue> answer;
     if (operation == "get") {
-        const auto value = storage->get(key, shared);
+        const auto value = storage->get(artifact, key, shared);
         answer = GObjectRef<JSCValue>::adopt(value ? jsc_value_new_string(context, value->c_str())
                                                    : jsc_value_new_null(context));
     } else if (operation == "set") {
@@ -252,13 +443,16 @@ void ArtifactWebView::Coordinator::answerStorageRequest(JSCValue* request,
             webkit_script_message_reply_return_error_message(reply, "The value must be a string");
             return;
         }
-        storage->set(key, *value, shared);
+        if (!storage->set(artifact, key, *value, shared)) {
+            webkit_script_message_reply_return_error_message(reply, storageFull);
+            return;
+        }
         answer = GObjectRef<JSCValue>::adopt(jsc_value_new_boolean(context, TRUE));
     } else if (operation == "delete") {
         answer = GObjectRef<JSCValue>::adopt(
-            jsc_value_new_boolean(context, storage->remove(key, shared)));
+            jsc_value_new_boolean(context, storage->remove(artifact, key, shared)));
     } else if (operation == "list") {
-        const auto keys = storage->list(stringProperty(request, "prefix").value_or(""), shared);
+        const auto keys = storage->keys(artifact, shared);
         std::vector<const char*> strv;
         for (const auto& listed : keys)
             strv.push_back(listed.c_str());
@@ -274,8 +468,8 @@ void ArtifactWebView::Coordinator::answerStorageRequest(JSCValue* request,
 
 // Keeps the Tailwind rules of the first frame of the code this load runs, once.
 void ArtifactWebView::Coordinator::keepStyles(JSCValue* body) {
-    if (!stylesCache || !schemeHandler || schemeHandler->tailwindStyles || !body ||
-        !jsc_value_is_object(body))
+    if (!stylesCache || !schemeHandler || schemeHandler->tailwindStyles ||
+        !isFromCurrentLoad(body))
         return;
     const auto key = stringProperty(body, "key");
     auto styles = stringProperty(body, "styles");
@@ -294,10 +488,34 @@ void ArtifactWebView::Coordinator::onLoadChanged(WebKitWebView*, WebKitLoadEvent
         coordinator->didFinish();
 }
 
-gboolean ArtifactWebView::Coordinator::onLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar*,
+gboolean ArtifactWebView::Coordinator::onLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar* uri,
                                                     GError* error, gpointer self) {
-    static_cast<Coordinator*>(self)->didFail(error);
+    static_cast<Coordinator*>(self)->didFail(uri ? uri : "", error);
     // Handled: the view keeps what it showed instead of WebKit's error page.
+    return TRUE;
+}
+
+void ArtifactWebView::Coordinator::onWebProcessTerminated(WebKitWebView*,
+                                                          WebKitWebProcessTerminationReason reason,
+                                                          gpointer self) {
+    static_cast<Coordinator*>(self)->didEnd(reason);
+}
+
+gboolean ArtifactWebView::Coordinator::onDecidePolicy(WebKitWebView*,
+                                                      WebKitPolicyDecision* decision,
+                                                      WebKitPolicyDecisionType type,
+                                                      gpointer self) {
+    return static_cast<Coordinator*>(self)->decidePolicy(decision, type);
+}
+
+void ArtifactWebView::Coordinator::onDownloadStarted(WebKitNetworkSession*,
+                                                     WebKitDownload* download, gpointer self) {
+    static_cast<Coordinator*>(self)->didStartDownload(download);
+}
+
+gboolean ArtifactWebView::Coordinator::onDecideDestination(WebKitDownload* download,
+                                                           gchar* suggestedName, gpointer self) {
+    static_cast<Coordinator*>(self)->askWhereToSave(download, suggestedName);
     return TRUE;
 }
 

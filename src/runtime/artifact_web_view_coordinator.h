@@ -5,10 +5,12 @@
 #include "runtime/artifact_scheme_handler.h"
 #include "runtime/artifact_storage.h"
 #include "runtime/artifact_web_view.h"
+#include "runtime/navigation_policy.h"
 #include "runtime/styles_cache.h"
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <memory>
 #include <sigc++/connection.h>
 #include <string>
@@ -27,12 +29,18 @@ inline constexpr char storageChannel[] = "kelmoStorage";
 inline constexpr char stylesChannel[] = "kelmoStyles";
 
 // The line written to standard output for one console message: the level's prefix,
-// a space, the message and a line feed.
+// a space, the message and a line feed. Line breaks and other control characters in
+// the message are written as escapes ("\n", "\x1b"), so that one message is one line.
 std::string consoleLine(std::string_view level, std::string_view message);
 
 // Drives one hosted web view: decides when to load, loads, follows the navigation
 // and receives the page's script messages. Everything it reports to its parent goes
 // through the parent's posted changes.
+//
+// Each load has a token of its own, handed only to the artifact's top-level page by
+// the script that the application puts at its start (page-bridge.js, injected into
+// the top frame of the artifact's origin and nowhere else); a message without the
+// current token (from a frame, another origin, or a page since replaced) is dropped.
 class ArtifactWebView::Coordinator {
 public:
     explicit Coordinator(ArtifactWebView& parent);
@@ -53,23 +61,41 @@ public:
     std::shared_ptr<StylesCache> stylesCache;
     std::shared_ptr<const ArtifactCompiler> compiler;
     std::chrono::milliseconds loadTimeout{std::chrono::seconds{60}};
+    // The text of page-bridge.js: a function that takes the load's token.
+    std::optional<std::string> bridgeScript;
+    ArtifactWebView::BrowserOpener openInBrowser;
+    ArtifactWebView::SaveChooser chooseWhereToSave;
 
 private:
     void load(const Artifact& artifact, WebKitWebView* webView);
+    void beginLoad(const std::string& pageUrl, bool isPlayer);
     void startTimeout(WebKitWebView* webView);
     void compileOnTheSide(const std::string& code);
     void answerWaitingRequests();
+    void stopServingPlayer();
+    bool isFromCurrentLoad(JSCValue* body) const;
 
     void didStartProvisionalNavigation();
     void didFinish();
-    void didFail(const GError* error);
+    void didFail(std::string_view uri, const GError* error);
+    void didEnd(WebKitWebProcessTerminationReason reason);
+    bool decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
+    void didStartDownload(WebKitDownload* download);
+    void askWhereToSave(WebKitDownload* download, const char* suggestedName);
     void didReceive(std::string_view channel, JSCValue* body);
     void answerStorageRequest(JSCValue* request, WebKitScriptMessageReply* reply);
     void keepStyles(JSCValue* body);
 
     static void onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self);
-    static gboolean onLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar*, GError* error,
+    static gboolean onLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar* uri, GError* error,
                                  gpointer self);
+    static void onWebProcessTerminated(WebKitWebView*, WebKitWebProcessTerminationReason reason,
+                                       gpointer self);
+    static gboolean onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
+                                   WebKitPolicyDecisionType type, gpointer self);
+    static void onDownloadStarted(WebKitNetworkSession*, WebKitDownload* download, gpointer self);
+    static gboolean onDecideDestination(WebKitDownload* download, gchar* suggestedName,
+                                        gpointer self);
     static void onConsoleMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static void onBridgeMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static void onStylesMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
@@ -78,13 +104,20 @@ private:
 
     ArtifactWebView& parent_;
     std::string lastLoadKey_;
+    // The artifact of the load under way, and that load's token.
+    std::optional<Artifact> artifact_;
+    std::string loadToken_;
+    NavigationPolicy navigation_;
     // The compile of the code being run, while it runs, and the page's requests that
     // wait for its module.
     std::unique_ptr<ArtifactCompiler::Job> compileJob_;
     std::vector<std::function<void()>> waitingForModule_;
     GObjectRef<WebKitUserContentManager> contentManager_;
     GObjectRef<WebKitWebView> webView_;
+    GObjectRef<WebKitNetworkSession> networkSession_;
+    std::vector<GObjectRef<WebKitDownload>> downloads_;
     sigc::connection timeout_;
+    sigc::connection runAgain_;
     bool timedOut_ = false;
 };
 

@@ -96,7 +96,7 @@ TEST(ArtifactCompilerTest, ASyntaxErrorNamesItsLineAndItsColumnInCharacters) {
     EXPECT_EQ(failure->column, static_cast<int>(byteColumn) - 2 + 1);
 
     EXPECT_EQ(pageJsonOf(CompileFailure{"Unexpected \"<\"", 3, 7}),
-              R"({"error":{"message":"Unexpected \"<\"","line":3,"column":7}})");
+              R"({"error":{"message":"Unexpected \"\u003c\"","line":3,"column":7}})");
     EXPECT_EQ(failureOf("some other output", source), std::nullopt);
 }
 

@@ -13,7 +13,7 @@ using testing::TemporaryDirectory;
 using testing::writeFile;
 
 constexpr char templateText[] = "<script>const code = {{ARTIFACT_CODE_JSON}};</script>";
-constexpr char page[] = "artifact://player/";
+constexpr char page[] = "artifact://0a1b/";
 const SchemeResult doesNotExist{SchemeError::fileDoesNotExist};
 
 class ArtifactSchemeHandlerTest : public ::testing::Test {
@@ -27,7 +27,9 @@ protected:
             writeFile(resources / name, "x");
     }
 
+    // The page is served once per load: each page request here is a load of its own.
     SchemeResponse answer(std::string_view url) {
+        handler.pageAwaited = true;
         auto result = handler.resolve(url);
         auto* response = std::get_if<SchemeResponse>(&result);
         if (!response) {
@@ -38,15 +40,31 @@ protected:
     }
 
     TemporaryDirectory resources;
-    ArtifactSchemeHandler handler{ResourceLocator{resources.path()}};
+    ArtifactSchemeHandler handler = [this] {
+        ArtifactSchemeHandler made{ResourceLocator{resources.path()}};
+        made.host = "0a1b";
+        return made;
+    }();
 };
 
 TEST_F(ArtifactSchemeHandlerTest, PageUrlsServeTheTemplateReadAfreshWithEveryPlaceholderFilled) {
     EXPECT_EQ(answer(page).body, "<script>const code = \"\";</script>") << "before any load";
     handler.artifactCode = "let a = 1;";
     const SchemeResponse expected{"<script>const code = \"let a = 1;\";</script>", "text/html"};
-    for (const auto* url : {page, "artifact://player", "artifact://player/?reload=1#top"})
+    for (const auto* url : {page, "artifact://0a1b", "artifact://0a1b/?reload=1#top"})
         EXPECT_EQ(answer(url), expected) << url;
+    EXPECT_EQ(ArtifactSchemeHandler::pageUrl("0a1b"), page);
+
+    // Served once, to the load it was made for; under the artifact's own host only.
+    handler.pageAwaited = true;
+    EXPECT_EQ(handler.resolve(page), SchemeResult{expected});
+    EXPECT_EQ(handler.resolve(page), doesNotExist);
+    handler.pageAwaited = true;
+    EXPECT_EQ(handler.resolve("artifact://0a1c/"), doesNotExist);
+    handler.host.clear();
+    EXPECT_EQ(handler.resolve(page), doesNotExist);
+    EXPECT_EQ(handler.resolve("artifact:///"), doesNotExist);
+    handler.host = "0a1b";
 
     // Every placeholder is filled wherever it stands, in one pass: code that happens to
     // hold a placeholder's text is embedded as it is.
@@ -60,18 +78,20 @@ TEST_F(ArtifactSchemeHandlerTest, PageUrlsServeTheTemplateReadAfreshWithEveryPla
     handler.compileKey = "abc";
     handler.tailwindStyles = ".p-4{padding:1rem}";
     EXPECT_EQ(answer(page).body, R"("{{COMPILED_ARTIFACT_JSON}}"|"{{COMPILED_ARTIFACT_JSON}}" )"
-                                 R"("{\"code\":\"<\/script>\"}" "abc" ".p-4{padding:1rem}")");
+                                 R"("{\"code\":\"\u003c\/script\u003e\"}" "abc" ".p-4{padding:1rem}")");
 
     // A template that is not UTF-8, or missing, does not exist.
     writeFile(resources / "runtime.html", "\xff\xfe<html>");
+    handler.pageAwaited = true;
     EXPECT_EQ(handler.resolve(page), doesNotExist);
     std::filesystem::remove(resources / "runtime.html");
+    handler.pageAwaited = true;
     EXPECT_EQ(handler.resolve(page), doesNotExist);
 }
 
 TEST_F(ArtifactSchemeHandlerTest,
        TheModuleCompiledOnTheSideIsAScriptThatWaitsOnlyForARunningCompile) {
-    const std::string url = "artifact://player/kelmo-compiled-module.js?key=abc";
+    const std::string url = "artifact://0a1b/kelmo-compiled-module.js?key=abc";
     handler.compileKey = "abc";
     EXPECT_FALSE(handler.answersLater(url));
     EXPECT_EQ(answer(url),
@@ -82,34 +102,34 @@ TEST_F(ArtifactSchemeHandlerTest,
         waiting.push_back(std::move(done));
     };
     EXPECT_TRUE(handler.answersLater(url));
-    EXPECT_FALSE(handler.answersLater("artifact://player/react.js"));
-    EXPECT_FALSE(handler.answersLater("artifact://other/kelmo-compiled-module.js"));
+    EXPECT_FALSE(handler.answersLater("artifact://0a1b/react.js"));
+    EXPECT_FALSE(handler.answersLater("artifact://0a1c/kelmo-compiled-module.js?key=abc"));
 
     handler.compiledArtifact = R"({"code":"</script>"})";
     EXPECT_EQ(answer(url).body,
-              "window.kelmoCompiledArtifact = \"{\\\"code\\\":\\\"<\\/script>\\\"}\";\n");
+              "window.kelmoCompiledArtifact = \"{\\\"code\\\":\\\"\\u003c\\/script\\u003e\\\"}\";\n");
 
     // A page of other code (an earlier one, say) neither waits nor gets this module.
-    for (const auto* other : {"artifact://player/kelmo-compiled-module.js?key=abd",
-                              "artifact://player/kelmo-compiled-module.js"}) {
+    for (const auto* other : {"artifact://0a1b/kelmo-compiled-module.js?key=abd",
+                              "artifact://0a1b/kelmo-compiled-module.js"}) {
         EXPECT_FALSE(handler.answersLater(other)) << other;
         EXPECT_EQ(answer(other).body, "window.kelmoCompiledArtifact = null;\n") << other;
     }
 }
 
 TEST_F(ArtifactSchemeHandlerTest, OtherPathsServeTopLevelResourcesByLastComponentOrDoNotExist) {
-    EXPECT_EQ(answer("artifact://player/react.js"),
+    EXPECT_EQ(answer("artifact://0a1b/react.js"),
               (SchemeResponse{"window.React = {};", "application/javascript"}));
-    EXPECT_EQ(answer("artifact://player/vendor/lib/react.js?v=2").body, "window.React = {};");
-    EXPECT_EQ(answer("artifact://player/%72eact.js").body, "window.React = {};");
-    EXPECT_EQ(answer("artifact://player/runtime.html"),
+    EXPECT_EQ(answer("artifact://0a1b/vendor/lib/react.js?v=2").body, "window.React = {};");
+    EXPECT_EQ(answer("artifact://0a1b/%72eact.js").body, "window.React = {};");
+    EXPECT_EQ(answer("artifact://0a1b/runtime.html"),
               (SchemeResponse{templateText, "text/html"}));
-    EXPECT_EQ(answer("artifact://player/Vendor.JS"),
+    EXPECT_EQ(answer("artifact://0a1b/Vendor.JS"),
               (SchemeResponse{"upper", "application/javascript"}));
 
-    for (const auto* url : {"artifact://other/", "artifact://Player/", "artifact:/player/",
-                            "artifact://player/missing.js", "artifact://player/vendor.js",
-                            "artifact://player/sub/nested.js"})
+    for (const auto* url : {"artifact://other/react.js", "artifact://0A1B/react.js", "artifact:/0a1b/react.js",
+                            "artifact://0a1b/missing.js", "artifact://0a1b/vendor.js",
+                            "artifact://0a1b/sub/nested.js"})
         EXPECT_EQ(handler.resolve(url), doesNotExist) << url;
     EXPECT_EQ(handler.resolve("not a url"), SchemeResult{SchemeError::badURL});
 }
@@ -122,15 +142,15 @@ TEST_F(ArtifactSchemeHandlerTest, TheIconTableIsServedWholeOrOnlyTheIconsNamed) 
     const std::string table = heart + "\n" + star + "\n" + sun + "\n" + listed + "\n";
     writeFile(resources / "lucide-icons.js", table);
 
-    EXPECT_EQ(answer("artifact://player/lucide-icons.js").body, table);
+    EXPECT_EQ(answer("artifact://0a1b/lucide-icons.js").body, table);
     // By any name an icon is exported under, in the table's order, each once.
-    const auto some = answer("artifact://player/lucide-icons.js?names=LucideStar%2CHeart,Heart");
+    const auto some = answer("artifact://0a1b/lucide-icons.js?names=LucideStar%2CHeart,Heart");
     EXPECT_EQ(some.body, heart + "\n" + star + "\n");
     EXPECT_EQ(some.mimeType, "application/javascript");
-    EXPECT_EQ(answer("artifact://player/lucide-icons.js?names=").body, "");
-    EXPECT_EQ(answer("artifact://player/lucide-icons.js?names=Nope,listed").body, "");
+    EXPECT_EQ(answer("artifact://0a1b/lucide-icons.js?names=").body, "");
+    EXPECT_EQ(answer("artifact://0a1b/lucide-icons.js?names=Nope,listed").body, "");
     // Only that table answers in part.
-    EXPECT_EQ(answer("artifact://player/react.js?names=Heart").body, "window.React = {};");
+    EXPECT_EQ(answer("artifact://0a1b/react.js?names=Heart").body, "window.React = {};");
 }
 
 TEST_F(ArtifactSchemeHandlerTest, HeadersAreExactlyTypeLengthOriginAndOtherFilesAreBytes) {
@@ -146,16 +166,16 @@ TEST_F(ArtifactSchemeHandlerTest, HeadersAreExactlyTypeLengthOriginAndOtherFiles
         EXPECT_EQ(answer(std::string{page} + name).mimeType, "application/octet-stream") << name;
 }
 
-TEST(EscapeForHTMLScript, WritesAJsonStringLiteralWithTheSolidusEscapedAndNothingForBadUtf8) {
+TEST(EscapeForHTMLScript, WritesAJsonStringLiteralNoMarkupCanEndAndNothingForBadUtf8) {
     const std::pair<std::string, std::string> cases[] = {
         {"", "\"\""},
-        {"</script>", "\"<\\/script>\""},
-        {"<!-- a -->", "\"<!-- a -->\""},
+        {"</script>", "\"\\u003c\\/script\\u003e\""},
+        {"'<!--<script>' && x", "\"'\\u003c!--\\u003cscript\\u003e' \\u0026\\u0026 x\""},
         {"say \"hi\" \\ 'yo'", "\"say \\\"hi\\\" \\\\ 'yo'\""},
         {"a\nb\r\tc\b\f", "\"a\\nb\\r\\tc\\b\\f\""},
         {std::string{"\x01\x1f\x7f", 3}, "\"\\u0001\\u001f\x7f\""},
         {std::string{"a\0b", 3}, "\"a\\u0000b\""},
-        {"héllo ✓ 🚀 \u2028", "\"héllo ✓ 🚀 \u2028\""},
+        {"héllo ✓ 🚀 \u2028\u2029 \u2027", "\"héllo ✓ 🚀 \\u2028\\u2029 \u2027\""},
         {"ok \xc3", "\"\""},
         {"\xff", "\"\""},
     };
@@ -173,7 +193,7 @@ protected:
         writeFile(root / "data.bin", "bytes");
         std::filesystem::create_symlink(folder / "secret.txt", root / "escape.txt");
         std::filesystem::create_symlink(root / "style.css", root / "alias.css");
-        handler.setRoot(root);
+        handler.setRoot(root, "c3d4");
     }
 
     std::string body(std::string_view url) {
@@ -188,21 +208,23 @@ protected:
 };
 
 TEST_F(ArtifactFileSchemeHandlerTest, ServesFilesInTheFolderAndBelowAndNothingOutsideIt) {
-    EXPECT_EQ(body(ArtifactFileSchemeHandler::urlFor("index.html")), "<p>page</p>");
-    EXPECT_EQ(body("artifact-file://local/style.css?x=1"), "p{}");
-    EXPECT_EQ(body("artifact-file://local/assets/my%20logo.svg"), "<svg/>");
-    EXPECT_EQ(body("artifact-file://local/./assets//my%20logo.svg"), "<svg/>");
-    EXPECT_EQ(body("artifact-file://local/alias.css"), "p{}");
+    EXPECT_EQ(body(ArtifactFileSchemeHandler::urlFor("c3d4", "index.html")), "<p>page</p>");
+    EXPECT_EQ(body("artifact-file://c3d4/style.css?x=1"), "p{}");
+    EXPECT_EQ(body("artifact-file://c3d4/assets/my%20logo.svg"), "<svg/>");
+    EXPECT_EQ(body("artifact-file://c3d4/./assets//my%20logo.svg"), "<svg/>");
+    EXPECT_EQ(body("artifact-file://c3d4/alias.css"), "p{}");
 
     for (const auto* url :
-         {"artifact-file://local/../secret.txt", "artifact-file://local/%2e%2e/secret.txt",
-          "artifact-file://local/assets/..%2F..%2Fsecret.txt", "artifact-file://local/escape.txt",
-          "artifact-file://local/", "artifact-file://local/assets",
-          "artifact-file://elsewhere/index.html", "artifact-file://local/missing.html"})
+         {"artifact-file://c3d4/../secret.txt", "artifact-file://c3d4/%2e%2e/secret.txt",
+          "artifact-file://c3d4/assets/..%2F..%2Fsecret.txt", "artifact-file://c3d4/escape.txt",
+          "artifact-file://c3d4/", "artifact-file://c3d4/assets",
+          "artifact-file://local/index.html", "artifact-file://c3d4/missing.html"})
         EXPECT_EQ(body(url), "<failed>") << url;
-    // Nothing is served before a root is set.
-    EXPECT_EQ(ArtifactFileSchemeHandler{}.resolve("artifact-file://local/index.html"),
+    // Nothing is served before a root is set, nor once it is cleared.
+    EXPECT_EQ(ArtifactFileSchemeHandler{}.resolve("artifact-file://c3d4/index.html"),
               SchemeResult{SchemeError::fileDoesNotExist});
+    handler.clear();
+    EXPECT_EQ(body("artifact-file://c3d4/index.html"), "<failed>");
 }
 
 } // namespace

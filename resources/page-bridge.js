@@ -1,18 +1,39 @@
-// Kelmo forwards every page's console calls to the application ("jsConsole"
-// channel, one {level, message} object per call), which prints them on standard
-// output. The application injects this script at the start of every page it shows,
-// the player page and HTML artifacts alike, before any of the page's own scripts.
-(function () {
+// The one door between an artifact's page and the application. The application puts
+// this script at the start of the artifact's own top-level page, and of no frame and
+// no other page, calling it with the token of the current load. Everything posted
+// through it carries that token; the application drops what comes without it (from a
+// frame, another page, or a page that has since been replaced).
+//
+// It forwards the page's console calls ("jsConsole", one {level, message} object per
+// call), which the application prints on standard output, and gives the page
+// window.kelmoHost.post(channel, body) for the application's other channels.
+(function (loadToken) {
   "use strict";
 
-  if (window.kelmoDescribe)
-    return; // already forwarding
+  if (window.kelmoHost)
+    return; // already in place
+
+  // Taken now, before any of the page's own scripts could replace them.
+  const handlers = window.webkit && window.webkit.messageHandlers;
+  const senders = new Map();
+  for (const channel of ["jsConsole", "kelmoStorage", "kelmoStyles"]) {
+    const handler = handlers && handlers[channel];
+    if (handler)
+      senders.set(channel, handler.postMessage.bind(handler));
+  }
+
+  // The application's answer (a promise on channels that answer), or a rejection when
+  // it is not listening.
+  function post(channel, body) {
+    const send = senders.get(channel);
+    if (!send)
+      return Promise.reject(new Error("Kelmo is not listening"));
+    return send(Object.assign({}, body, { token: loadToken }));
+  }
 
   function postToApplication(level, message) {
     try {
-      const handlers = window.webkit && window.webkit.messageHandlers;
-      if (handlers && handlers.jsConsole)
-        handlers.jsConsole.postMessage({ level, message });
+      post("jsConsole", { level, message });
     } catch (ignored) {
       // Without the application there is nobody to tell.
     }
@@ -98,4 +119,5 @@
 
   // The player page describes values in its error panel the same way.
   Object.defineProperty(window, "kelmoDescribe", { value: describe });
-})();
+  Object.defineProperty(window, "kelmoHost", { value: Object.freeze({ post }) });
+})
