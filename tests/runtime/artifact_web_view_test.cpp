@@ -52,7 +52,7 @@ TEST_F(PlayerPageTest, ExampleComponentsRenderRespondAndForwardTheConsoleAsExact
 
     StandardOutputCapture output;
     host.evaluate(R"(
-        const post = (body) => window.webkit.messageHandlers.jsConsole.postMessage(body);
+        const post = (body) => window.kelmoHost.post("jsConsole", body);
         [{ level: "error", message: "e" }, { level: "warn", message: "w" },
          { level: "info", message: "i" }, { level: "log", message: "l" },
          { level: "debug", message: "d" }, { level: "Error", message: "E" }, // levels match exactly
@@ -74,7 +74,7 @@ TEST_F(PlayerPageTest, ExampleComponentsRenderRespondAndForwardTheConsoleAsExact
                              "🔵 [JS] E\n"
                              "🔵 [JS] joined 1 {\"a\":[1,\"x\"]} null undefined TypeError: bad\n"
                              "⚠️  [JS] list has 3 items\n"
-                             "ℹ️  [JS] multi\nline\n"
+                             "ℹ️  [JS] multi\\nline\n"
                              "🔵 [JS] end\n");
 
     ASSERT_EQ(host.play(examples / "task-board.tsx"), "rendered");

@@ -26,6 +26,7 @@ private:
 
     std::string page_;
     GSocketService* service_;
+    GCancellable* cancellable_; // ends the reads still waiting when the server goes
     guint16 port_ = 0;
 };
 
