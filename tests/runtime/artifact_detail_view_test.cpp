@@ -4,10 +4,45 @@
 #include "runtime/artifact_detail_view.h"
 #include "web_view_fixture.h"
 
+#include <csignal>
+#include <fstream>
+#include <sstream>
+#include <unistd.h>
+
 namespace kelmo::testing {
 namespace {
 
 const std::filesystem::path examples{KELMO_EXAMPLES_DIR};
+
+// Kills the web processes this process started (they may run inside a sandbox of
+// their own), as a crash would; answers how many.
+int killWebProcesses() {
+    const auto parentOf = [](pid_t pid) {
+        std::ifstream stat{"/proc/" + std::to_string(pid) + "/stat"};
+        std::string line;
+        std::getline(stat, line);
+        const auto close = line.rfind(')');
+        pid_t parent = 0;
+        if (close != std::string::npos)
+            std::istringstream{line.substr(close + 4)} >> parent; // after ") S "
+        return parent;
+    };
+    int killed = 0;
+    for (const auto& entry : std::filesystem::directory_iterator{"/proc"}) {
+        const auto name = entry.path().filename().string();
+        if (name.find_first_not_of("0123456789") != std::string::npos)
+            continue;
+        if (readFile(entry.path() / "comm").rfind("WebKitWebProces", 0) != 0)
+            continue;
+        const pid_t pid = std::stoi(name);
+        for (pid_t ancestor = parentOf(pid); ancestor > 1; ancestor = parentOf(ancestor))
+            if (ancestor == ::getpid()) {
+                killed += ::kill(pid, SIGKILL) == 0;
+                break;
+            }
+    }
+    return killed;
+}
 
 // Turns true once the widget is destroyed (addresses of destroyed widgets may be reused).
 std::shared_ptr<bool> destroyed(Gtk::Widget& widget) {
@@ -170,6 +205,28 @@ TEST_F(PlayerTest, AnErrorStaysThroughViewportChangesUntilReloadOrAnotherArtifac
     EXPECT_EQ(player->viewport(), ViewportMode::phone);
     EXPECT_FALSE(*phoneViewGone);
     EXPECT_EQ(player->artifact().name, "counter");
+}
+
+TEST_F(PlayerTest, APageWhoseProcessDiesSaysSoAndReloadRunsItAgain) {
+    showPlayer(Artifact::from(examples / "counter.jsx"));
+    ASSERT_TRUE(loadAfter([] {}));
+    const auto overlays = findAll<Gtk::Widget>(
+        *player, [](Gtk::Widget& widget) { return widget.has_css_class("page-ended-overlay"); });
+    ASSERT_EQ(overlays.size(), 1U);
+    EXPECT_FALSE(overlays.front()->get_visible());
+
+    ASSERT_GT(killWebProcesses(), 0);
+    ASSERT_TRUE(runMainLoopUntil([&] { return player->errorMessage().has_value(); }, pageDeadline));
+    EXPECT_EQ(player->errorMessage(), "The artifact's page crashed");
+    EXPECT_TRUE(overlays.front()->get_visible());
+
+    const auto reload = findAll<Gtk::Button>(*player, [](Gtk::Button& button) {
+        return button.get_label() == "Reload";
+    });
+    ASSERT_EQ(reload.size(), 1U);
+    ASSERT_TRUE(loadAfter([&] { reload.front()->activate(); }));
+    EXPECT_FALSE(overlays.front()->get_visible());
+    EXPECT_EQ(player->errorMessage(), std::nullopt);
 }
 
 } // namespace

@@ -170,15 +170,19 @@ TEST_F(IsolationTest, TheArtifactCannotLeaveItsOriginAndClickedWebLinksOpenInThe
     std::vector<std::string> opened;
     host.view().setBrowserOpener([&opened](const std::string& uri) { opened.push_back(uri); });
     writeFile(folder / "nav.html", "<a id='link' href='" + server.url("/clicked") +
-                                       "'>link</a><a id='own' href='#part'>part</a>");
+                                       "'>link</a><a id='own' href='#part'>part</a>"
+                                       "<iframe src='" + server.url("/frame") + "'></iframe>");
     StandardOutputCapture output;
     ASSERT_TRUE(host.load(folder / "nav.html"));
     const std::string page = host.evaluate("location.href");
     host.evaluate("window.marker = 'kept'");
 
-    // A script's navigation reaches the server, and the answer is refused.
+    // A web page in a frame loads (and reaches no channel). A script's navigation
+    // reaches the server, and the answer is refused.
+    ASSERT_TRUE(testing::runMainLoopUntil([&] { return server.requested.size() == 1; },
+                                          testing::pageDeadline));
     host.evaluate("location.href = '" + server.url("/script") + "'; 0");
-    ASSERT_TRUE(testing::runMainLoopUntil([&] { return !server.requested.empty(); },
+    ASSERT_TRUE(testing::runMainLoopUntil([&] { return server.requested.size() == 2; },
                                           testing::pageDeadline));
     host.evaluate("location.href = 'data:text/html,<p>data</p>'; 0");
     host.evaluate("window.open('" + server.url("/popup") + "'); 0");
@@ -193,7 +197,7 @@ TEST_F(IsolationTest, TheArtifactCannotLeaveItsOriginAndClickedWebLinksOpenInThe
     ASSERT_TRUE(testing::runMainLoopUntil([&] { return !opened.empty(); }, testing::pageDeadline));
     EXPECT_EQ(opened, std::vector<std::string>{server.url("/clicked")});
     EXPECT_EQ(host.evaluate("location.hash + ' ' + window.marker"), "#part kept");
-    EXPECT_EQ(server.requested, std::vector<std::string>{"/script"});
+    EXPECT_EQ(server.requested, (std::vector<std::string>{"/frame", "/script"}));
     EXPECT_THAT(logged(output), Not(HasSubstr("FORGED")));
 }
 

@@ -241,5 +241,33 @@ TEST_F(ArtifactLibraryTest, StorageKeepsValuesPerArtifactAcrossReloads) {
     EXPECT_THAT(again.text("#out"), HasSubstr(R"("visits":3)"));
 }
 
+TEST_F(ArtifactLibraryTest, StorageKeepsAnyStringExactlyAndRefusesPastItsLimit) {
+    ASSERT_EQ(run("exact.jsx", R"(
+        export default function App() {
+          const [out, setOut] = React.useState("");
+          React.useEffect(() => {
+            (async () => {
+              const keys = ["a", "a\0b", "\ud800", "\ud801", "😀", "\n"];
+              for (const [i, key] of keys.entries())
+                await window.storage.set(key, key + i + "\0\udfff");
+              const back = [];
+              for (const [i, key] of keys.entries())
+                back.push((await window.storage.get(key)).value === key + i + "\0\udfff");
+              const listed = (await window.storage.list("a")).keys;
+              const full = await window.storage.set("big", "x".repeat(6 * 1024 * 1024))
+                .then(() => "stored", (error) => error.message);
+              const count = (await window.storage.list()).keys.length;
+              setOut(JSON.stringify({ back, listed, full, count }));
+            })();
+          }, []);
+          return <pre id="out">{out}</pre>;
+        })"),
+              "rendered");
+    ASSERT_TRUE(host().waitUntil("document.getElementById('out').textContent !== ''"));
+    EXPECT_THAT(host().text("#out"),
+                AllOf(HasSubstr(R"("back":[true,true,true,true,true,true],"listed":["a","a\u0000b"])"),
+                      HasSubstr("storage is full (5 MB)"), HasSubstr(R"("count":6)")));
+}
+
 } // namespace
 } // namespace kelmo
