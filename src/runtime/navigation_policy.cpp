@@ -74,8 +74,8 @@ bool NavigationPolicy::isWebPage(std::string_view uri) {
     std::unique_ptr<char, decltype(&g_free)> scheme{g_uri_parse_scheme(text.c_str()), &g_free};
     if (!scheme)
         return false;
-    const std::string_view name{scheme.get()};
-    return name == "http" || name == "https";
+    return g_ascii_strcasecmp(scheme.get(), "http") == 0 ||
+           g_ascii_strcasecmp(scheme.get(), "https") == 0;
 }
 
 } // namespace kelmo
