@@ -35,13 +35,27 @@ std::string jsonLiteral(std::string_view text) {
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
         switch (c) {
-        case '"': literal.append("\\\""); break;
-        case '\\': literal.append("\\\\"); break;
-        case '\b': literal.append("\\b"); break;
-        case '\f': literal.append("\\f"); break;
-        case '\n': literal.append("\\n"); break;
-        case '\r': literal.append("\\r"); break;
-        case '\t': literal.append("\\t"); break;
+        case '"':
+            literal.append("\\\"");
+            break;
+        case '\\':
+            literal.append("\\\\");
+            break;
+        case '\b':
+            literal.append("\\b");
+            break;
+        case '\f':
+            literal.append("\\f");
+            break;
+        case '\n':
+            literal.append("\\n");
+            break;
+        case '\r':
+            literal.append("\\r");
+            break;
+        case '\t':
+            literal.append("\\t");
+            break;
         default:
             if (byte < 0x20) {
                 literal.append("\\u00").push_back(hex[byte >> 4]);
@@ -99,8 +113,8 @@ void write(const std::filesystem::path& file, const std::map<std::string, std::s
            const std::map<std::string, std::string>& shared) {
     std::error_code ignored;
     std::filesystem::create_directories(file.parent_path(), ignored);
-    Variant stored{
-        g_variant_ref_sink(g_variant_new("(@a{ss}@a{ss})", dictionaryOf(own), dictionaryOf(shared)))};
+    Variant stored{g_variant_ref_sink(
+        g_variant_new("(@a{ss}@a{ss})", dictionaryOf(own), dictionaryOf(shared)))};
     g_file_set_contents(file.c_str(), static_cast<const gchar*>(g_variant_get_data(stored.get())),
                         static_cast<gssize>(g_variant_get_size(stored.get())), nullptr);
 }
@@ -209,8 +223,7 @@ bool ArtifactStorage::remove(const std::filesystem::path& artifact, const std::s
     return true;
 }
 
-std::vector<std::string> ArtifactStorage::keys(const std::filesystem::path& artifact,
-                                               bool shared) {
+std::vector<std::string> ArtifactStorage::keys(const std::filesystem::path& artifact, bool shared) {
     std::lock_guard lock{mutex_};
     std::vector<std::string> keys;
     for (const auto& [key, value] : open(artifact).values.of(shared))

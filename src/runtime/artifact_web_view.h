@@ -69,9 +69,9 @@ public:
     void setBrowserOpener(BrowserOpener opener);
     // Asks where to save a file that the page downloads, suggesting a name; answers the
     // chosen file, or nothing to cancel. A save dialog by default.
-    using SaveChooser = std::function<void(
-        const std::string& suggestedName,
-        std::function<void(std::optional<std::filesystem::path>)> chosen)>;
+    using SaveChooser =
+        std::function<void(const std::string& suggestedName,
+                           std::function<void(std::optional<std::filesystem::path>)> chosen)>;
     void setSaveChooser(SaveChooser chooser);
 
     // The hosted web view, for running scripts in the page (tests, tools); null once

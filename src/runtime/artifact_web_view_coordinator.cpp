@@ -105,8 +105,8 @@ ArtifactWebView::Coordinator::~Coordinator() {
         g_signal_handlers_disconnect_by_data(download.get(), this);
     if (contentManager_) {
         g_signal_handlers_disconnect_by_data(contentManager_.get(), this);
-        for (const char* channel : {jsConsoleChannel, artifactBridgeChannel, storageChannel,
-                                    stylesChannel})
+        for (const char* channel :
+             {jsConsoleChannel, artifactBridgeChannel, storageChannel, stylesChannel})
             webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
                                                                           channel, nullptr);
     }
@@ -468,8 +468,7 @@ void ArtifactWebView::Coordinator::answerStorageRequest(JSCValue* request,
 
 // Keeps the Tailwind rules of the first frame of the code this load runs, once.
 void ArtifactWebView::Coordinator::keepStyles(JSCValue* body) {
-    if (!stylesCache || !schemeHandler || schemeHandler->tailwindStyles ||
-        !isFromCurrentLoad(body))
+    if (!stylesCache || !schemeHandler || schemeHandler->tailwindStyles || !isFromCurrentLoad(body))
         return;
     const auto key = stringProperty(body, "key");
     auto styles = stringProperty(body, "styles");

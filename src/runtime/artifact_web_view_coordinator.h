@@ -10,8 +10,8 @@
 
 #include <chrono>
 #include <functional>
-#include <optional>
 #include <memory>
+#include <optional>
 #include <sigc++/connection.h>
 #include <string>
 #include <string_view>

@@ -220,9 +220,8 @@ TEST_F(PlayerTest, APageWhoseProcessDiesSaysSoAndReloadRunsItAgain) {
     EXPECT_EQ(player->errorMessage(), "The artifact's page crashed");
     EXPECT_TRUE(overlays.front()->get_visible());
 
-    const auto reload = findAll<Gtk::Button>(*player, [](Gtk::Button& button) {
-        return button.get_label() == "Reload";
-    });
+    const auto reload = findAll<Gtk::Button>(
+        *player, [](Gtk::Button& button) { return button.get_label() == "Reload"; });
     ASSERT_EQ(reload.size(), 1U);
     ASSERT_TRUE(loadAfter([&] { reload.front()->activate(); }));
     EXPECT_FALSE(overlays.front()->get_visible());

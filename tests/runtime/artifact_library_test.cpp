@@ -264,9 +264,10 @@ TEST_F(ArtifactLibraryTest, StorageKeepsAnyStringExactlyAndRefusesPastItsLimit) 
         })"),
               "rendered");
     ASSERT_TRUE(host().waitUntil("document.getElementById('out').textContent !== ''"));
-    EXPECT_THAT(host().text("#out"),
-                AllOf(HasSubstr(R"("back":[true,true,true,true,true,true],"listed":["a","a\u0000b"])"),
-                      HasSubstr("storage is full (5 MB)"), HasSubstr(R"("count":6)")));
+    EXPECT_THAT(
+        host().text("#out"),
+        AllOf(HasSubstr(R"("back":[true,true,true,true,true,true],"listed":["a","a\u0000b"])"),
+              HasSubstr("storage is full (5 MB)"), HasSubstr(R"("count":6)")));
 }
 
 } // namespace

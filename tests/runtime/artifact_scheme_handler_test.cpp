@@ -77,8 +77,9 @@ TEST_F(ArtifactSchemeHandlerTest, PageUrlsServeTheTemplateReadAfreshWithEveryPla
     handler.compiledArtifact = R"({"code":"</script>"})";
     handler.compileKey = "abc";
     handler.tailwindStyles = ".p-4{padding:1rem}";
-    EXPECT_EQ(answer(page).body, R"("{{COMPILED_ARTIFACT_JSON}}"|"{{COMPILED_ARTIFACT_JSON}}" )"
-                                 R"("{\"code\":\"\u003c\/script\u003e\"}" "abc" ".p-4{padding:1rem}")");
+    EXPECT_EQ(answer(page).body,
+              R"("{{COMPILED_ARTIFACT_JSON}}"|"{{COMPILED_ARTIFACT_JSON}}" )"
+              R"("{\"code\":\"\u003c\/script\u003e\"}" "abc" ".p-4{padding:1rem}")");
 
     // A template that is not UTF-8, or missing, does not exist.
     writeFile(resources / "runtime.html", "\xff\xfe<html>");
@@ -106,8 +107,9 @@ TEST_F(ArtifactSchemeHandlerTest,
     EXPECT_FALSE(handler.answersLater("artifact://0a1c/kelmo-compiled-module.js?key=abc"));
 
     handler.compiledArtifact = R"({"code":"</script>"})";
-    EXPECT_EQ(answer(url).body,
-              "window.kelmoCompiledArtifact = \"{\\\"code\\\":\\\"\\u003c\\/script\\u003e\\\"}\";\n");
+    EXPECT_EQ(
+        answer(url).body,
+        "window.kelmoCompiledArtifact = \"{\\\"code\\\":\\\"\\u003c\\/script\\u003e\\\"}\";\n");
 
     // A page of other code (an earlier one, say) neither waits nor gets this module.
     for (const auto* other : {"artifact://0a1b/kelmo-compiled-module.js?key=abd",
@@ -122,14 +124,13 @@ TEST_F(ArtifactSchemeHandlerTest, OtherPathsServeTopLevelResourcesByLastComponen
               (SchemeResponse{"window.React = {};", "application/javascript"}));
     EXPECT_EQ(answer("artifact://0a1b/vendor/lib/react.js?v=2").body, "window.React = {};");
     EXPECT_EQ(answer("artifact://0a1b/%72eact.js").body, "window.React = {};");
-    EXPECT_EQ(answer("artifact://0a1b/runtime.html"),
-              (SchemeResponse{templateText, "text/html"}));
+    EXPECT_EQ(answer("artifact://0a1b/runtime.html"), (SchemeResponse{templateText, "text/html"}));
     EXPECT_EQ(answer("artifact://0a1b/Vendor.JS"),
               (SchemeResponse{"upper", "application/javascript"}));
 
-    for (const auto* url : {"artifact://other/react.js", "artifact://0A1B/react.js", "artifact:/0a1b/react.js",
-                            "artifact://0a1b/missing.js", "artifact://0a1b/vendor.js",
-                            "artifact://0a1b/sub/nested.js"})
+    for (const auto* url : {"artifact://other/react.js", "artifact://0A1B/react.js",
+                            "artifact:/0a1b/react.js", "artifact://0a1b/missing.js",
+                            "artifact://0a1b/vendor.js", "artifact://0a1b/sub/nested.js"})
         EXPECT_EQ(handler.resolve(url), doesNotExist) << url;
     EXPECT_EQ(handler.resolve("not a url"), SchemeResult{SchemeError::badURL});
 }

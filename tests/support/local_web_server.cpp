@@ -6,8 +6,7 @@
 namespace kelmo::testing {
 
 LocalWebServer::LocalWebServer(std::string page)
-    : page_{std::move(page)}, service_{g_socket_service_new()},
-      cancellable_{g_cancellable_new()} {
+    : page_{std::move(page)}, service_{g_socket_service_new()}, cancellable_{g_cancellable_new()} {
     GInetAddress* loopback = g_inet_address_new_loopback(G_SOCKET_FAMILY_IPV4);
     GSocketAddress* address = g_inet_socket_address_new(loopback, 0);
     GSocketAddress* bound = nullptr;
@@ -53,7 +52,8 @@ gboolean LocalWebServer::onIncoming(GSocketService*, GSocketConnection* connecti
                                     gpointer self) {
     auto* exchange = new Exchange{static_cast<LocalWebServer*>(self),
                                   G_SOCKET_CONNECTION(g_object_ref(connection)),
-                                  static_cast<LocalWebServer*>(self)->page_, {}};
+                                  static_cast<LocalWebServer*>(self)->page_,
+                                  {}};
     g_input_stream_read_async(
         g_io_stream_get_input_stream(G_IO_STREAM(connection)), exchange->buffer,
         sizeof exchange->buffer, G_PRIORITY_DEFAULT, exchange->server->cancellable_,
