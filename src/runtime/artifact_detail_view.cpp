@@ -333,6 +333,7 @@ Gtk::Widget& ArtifactDetailView::endedOverlay() {
         "Its page ended unexpectedly, so what you see no longer responds.");
     detail.add_css_class("page-ended-detail");
     detail.set_wrap(true);
+    detail.set_max_width_chars(40);
     detail.set_justify(Gtk::Justification::CENTER);
     content.append(detail);
     auto& again = *Gtk::make_managed<Gtk::Button>("Reload");
