@@ -8,8 +8,9 @@
 (function () {
   "use strict";
 
-  // The page's own origin, whatever the host the application gave this artifact.
-  const PLAYER_URL = new URL("/", location.href).href;
+  // Where the runtime files are served (this script among them), the same for every
+  // artifact; what is the artifact's own (its module) comes from the page's origin.
+  const RUNTIME_URL = new URL(".", document.currentScript.src).href;
   const MAX_SHOWN_ERRORS = 5;
   const TAILWIND_FILE = "kelmo-tailwind.js";
   const BABEL_FILE = "babel.min.js";
@@ -150,12 +151,14 @@
   // order they were added; one loaded out of order runs as soon as it arrives.
   function loadFile(file, { inOrder = true } = {}) {
     // The page itself loads the files every artifact needs, ahead of this script.
-    if (!loadedFiles.has(file) && document.querySelector(`script[src="${file}"]`))
+    const url = file.startsWith(COMPILED_MODULE_FILE) ? new URL(file, location.href).href : RUNTIME_URL + file;
+    if (!loadedFiles.has(file) && document.querySelector(`script[src="${url}"]`))
       loadedFiles.set(file, Promise.resolve());
     if (!loadedFiles.has(file)) {
       loadedFiles.set(file, new Promise((resolve, reject) => {
         const script = document.createElement("script");
-        script.src = PLAYER_URL + file;
+        script.src = url;
+        script.crossOrigin = "anonymous"; // so that errors in it keep their messages
         script.async = !inOrder;
         script.onload = resolve;
         script.onerror = () => reject(new Error(`Could not load the runtime file ${file}`));
@@ -387,7 +390,7 @@
         // The component stack ("in App"), without the player's own wrappers;
         // React has logged the error itself.
         const stack = String((info && info.componentStack) || "").split("\n")
-          .filter((line) => line.trim() && !line.includes(PLAYER_URL + "runtime.js"))
+          .filter((line) => line.trim() && !line.includes(RUNTIME_URL + "runtime.js"))
           .map((line) => line.replace(/^\s*([^@\s]*)@.*$/, "in $1")).join("\n");
         runtimeError(error, stack, true);
       }

@@ -16,7 +16,7 @@ std::string pathDigest(const std::filesystem::path& file) {
 
 // 128 bits of the digest: a host label well under DNS's 63 characters.
 std::string originHostFor(const std::filesystem::path& artifactFile) {
-    return pathDigest(artifactFile).substr(0, 32);
+    return pathDigest(artifactFile).substr(0, 32) + "." + std::string{artifactSite};
 }
 
 } // namespace kelmo

@@ -1,5 +1,6 @@
 #include "runtime/artifact_scheme_handler.h"
 
+#include "runtime/artifact_origin.h"
 #include "runtime/icon_table.h"
 #include "runtime/scheme_support.h"
 
@@ -32,6 +33,14 @@ SchemeResult ArtifactSchemeHandler::resolve(std::string_view url) {
     const auto parsed = SchemeRequestUrl::parse(url);
     if (!parsed)
         return SchemeError::badURL;
+    if (host.empty())
+        return SchemeError::fileDoesNotExist;
+    const std::string name = parsed->lastPathComponent();
+    if (parsed->host == runtimeHost) {
+        if (const auto names = parsed->queryValue("names"); names && name == lucideIconsResource)
+            return serveIcons(iconNamesOf(*names));
+        return name.empty() ? SchemeError::fileDoesNotExist : serveResource(name);
+    }
     if (!isCurrentHost(*parsed))
         return SchemeError::fileDoesNotExist;
     if (parsed->path.empty() || parsed->path == "/") {
@@ -39,12 +48,9 @@ SchemeResult ArtifactSchemeHandler::resolve(std::string_view url) {
             return SchemeError::fileDoesNotExist;
         return serveRuntime();
     }
-    const std::string name = parsed->lastPathComponent();
     if (name == compiledModuleResource)
         return compiledModuleScript(asksForThisCode(*parsed) ? compiledArtifact : std::nullopt);
-    if (const auto names = parsed->queryValue("names"); names && name == lucideIconsResource)
-        return serveIcons(iconNamesOf(*names));
-    return serveResource(name);
+    return SchemeError::fileDoesNotExist;
 }
 
 bool ArtifactSchemeHandler::answersLater(std::string_view url) const {

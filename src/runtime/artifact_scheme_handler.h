@@ -52,11 +52,12 @@ using HeaderFields = std::vector<std::pair<std::string, std::string>>;
 // "Content-Length" and "Access-Control-Allow-Origin: *".
 HeaderFields headerFields(const SchemeResponse& response);
 
-// Answers requests on "artifact://<host>/", where the host names the origin of the
-// JSX or TSX artifact being run (originHostFor): the page template with the artifact's
-// code embedded, and the runtime files that the page loads, all from the
-// application's top-level resource files, read afresh on every request. Free of
-// WebKit; the web view host passes each request's URL in and hands the answer on.
+// Answers requests on the "artifact" scheme while a JSX or TSX artifact runs: under
+// "artifact://<host>/", the host naming the artifact's origin (originHostFor), the page
+// template with the artifact's code embedded and the module compiled from it; under
+// "artifact://<runtimeHost>/", the runtime files that every player page loads. All come
+// from the application's top-level resource files, read afresh on every request. Free
+// of WebKit; the web view host passes each request's URL in and hands the answer on.
 class ArtifactSchemeHandler {
 public:
     explicit ArtifactSchemeHandler(ResourceLocator resources = ResourceLocator::application());
@@ -91,9 +92,10 @@ public:
     bool answersLater(std::string_view url) const;
 
     // Routes by host and path (the query only tells the compiled module's key and the
-    // icons wanted): under the current host, an empty path or "/" is the page (while it
-    // is awaited; serving it ends the wait), any other path is the resource named by its
-    // last component; any other host, or none, does not exist.
+    // icons wanted). Under the current host, an empty path or "/" is the page (while it
+    // is awaited; serving it ends the wait) and kelmo-compiled-module.js the module;
+    // under the runtime host, a path is the resource named by its last component. Any
+    // other host or path, or any request while no artifact is run, does not exist.
     SchemeResult resolve(std::string_view url);
 
     // The page template (resource "runtime.html") with every code placeholder replaced

@@ -84,7 +84,9 @@ TEST_F(IsolationTest, NoPageIsServedAnotherArtifactsFilesCodeOrPlayerPage) {
     // The player: its runtime, but not the last HTML artifact's folder, nor its own page
     // a second time (the page is served once, to its load).
     ASSERT_EQ(host.play(folder / "app.jsx"), "rendered");
-    EXPECT_THAT(fetched("runtime.js"), HasSubstr("Kelmo player"));
+    const std::string runtime = "artifact://" + std::string{runtimeHost} + "/runtime.js";
+    EXPECT_THAT(fetched(runtime), HasSubstr("Kelmo player"));
+    EXPECT_EQ(fetched("runtime.js"), "failed"); // the artifact's host serves its own only
     EXPECT_EQ(fetched("artifact-file://" + htmlHost + "/secret.txt"), "failed");
     EXPECT_EQ(fetched("artifact://" + playerHost + "/"), "failed");
 
@@ -92,7 +94,7 @@ TEST_F(IsolationTest, NoPageIsServedAnotherArtifactsFilesCodeOrPlayerPage) {
     ASSERT_TRUE(host.load(folder / "other" / "page.html"));
     for (const auto& url :
          {"artifact://" + playerHost + "/", "artifact://" + playerHost + "/runtime.js",
-          "artifact://" + playerHost + "/kelmo-compiled-module.js?key=x",
+          "artifact://" + playerHost + "/kelmo-compiled-module.js?key=x", runtime,
           "artifact-file://" + htmlHost + "/secret.txt"})
         EXPECT_EQ(fetched(url), "failed") << url;
 }

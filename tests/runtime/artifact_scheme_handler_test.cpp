@@ -1,4 +1,5 @@
 #include "runtime/artifact_file_scheme_handler.h"
+#include "runtime/artifact_origin.h"
 #include "runtime/artifact_scheme_handler.h"
 #include "test_support.h"
 
@@ -14,6 +15,10 @@ using testing::writeFile;
 
 constexpr char templateText[] = "<script>const code = {{ARTIFACT_CODE_JSON}};</script>";
 constexpr char page[] = "artifact://0a1b/";
+// Where the runtime files are.
+std::string runtime(std::string_view path) {
+    return "artifact://" + std::string{runtimeHost} + "/" + std::string{path};
+}
 const SchemeResult doesNotExist{SchemeError::fileDoesNotExist};
 
 class ArtifactSchemeHandlerTest : public ::testing::Test {
@@ -103,7 +108,7 @@ TEST_F(ArtifactSchemeHandlerTest,
         waiting.push_back(std::move(done));
     };
     EXPECT_TRUE(handler.answersLater(url));
-    EXPECT_FALSE(handler.answersLater("artifact://0a1b/react.js"));
+    EXPECT_FALSE(handler.answersLater(runtime("kelmo-compiled-module.js?key=abc")));
     EXPECT_FALSE(handler.answersLater("artifact://0a1c/kelmo-compiled-module.js?key=abc"));
 
     handler.compiledArtifact = R"({"code":"</script>"})";
@@ -119,19 +124,21 @@ TEST_F(ArtifactSchemeHandlerTest,
     }
 }
 
-TEST_F(ArtifactSchemeHandlerTest, OtherPathsServeTopLevelResourcesByLastComponentOrDoNotExist) {
-    EXPECT_EQ(answer("artifact://0a1b/react.js"),
+TEST_F(ArtifactSchemeHandlerTest,
+       TheRuntimeHostServesTopLevelResourcesByLastComponentAndNothingElseDoes) {
+    EXPECT_EQ(answer(runtime("react.js")),
               (SchemeResponse{"window.React = {};", "application/javascript"}));
-    EXPECT_EQ(answer("artifact://0a1b/vendor/lib/react.js?v=2").body, "window.React = {};");
-    EXPECT_EQ(answer("artifact://0a1b/%72eact.js").body, "window.React = {};");
-    EXPECT_EQ(answer("artifact://0a1b/runtime.html"), (SchemeResponse{templateText, "text/html"}));
-    EXPECT_EQ(answer("artifact://0a1b/Vendor.JS"),
-              (SchemeResponse{"upper", "application/javascript"}));
+    EXPECT_EQ(answer(runtime("vendor/lib/react.js?v=2")).body, "window.React = {};");
+    EXPECT_EQ(answer(runtime("%72eact.js")).body, "window.React = {};");
+    EXPECT_EQ(answer(runtime("runtime.html")), (SchemeResponse{templateText, "text/html"}));
+    EXPECT_EQ(answer(runtime("Vendor.JS")), (SchemeResponse{"upper", "application/javascript"}));
 
-    for (const auto* url : {"artifact://other/react.js", "artifact://0A1B/react.js",
-                            "artifact:/0a1b/react.js", "artifact://0a1b/missing.js",
-                            "artifact://0a1b/vendor.js", "artifact://0a1b/sub/nested.js"})
+    for (const auto& url : {std::string{"artifact://0a1b/react.js"}, runtime("missing.js"),
+                            runtime("vendor.js"), runtime("sub/nested.js"), runtime("")})
         EXPECT_EQ(handler.resolve(url), doesNotExist) << url;
+    // Nothing at all while no artifact is run.
+    handler.host.clear();
+    EXPECT_EQ(handler.resolve(runtime("react.js")), doesNotExist);
     EXPECT_EQ(handler.resolve("not a url"), SchemeResult{SchemeError::badURL});
 }
 
@@ -143,15 +150,15 @@ TEST_F(ArtifactSchemeHandlerTest, TheIconTableIsServedWholeOrOnlyTheIconsNamed) 
     const std::string table = heart + "\n" + star + "\n" + sun + "\n" + listed + "\n";
     writeFile(resources / "lucide-icons.js", table);
 
-    EXPECT_EQ(answer("artifact://0a1b/lucide-icons.js").body, table);
+    EXPECT_EQ(answer(runtime("lucide-icons.js")).body, table);
     // By any name an icon is exported under, in the table's order, each once.
-    const auto some = answer("artifact://0a1b/lucide-icons.js?names=LucideStar%2CHeart,Heart");
+    const auto some = answer(runtime("lucide-icons.js?names=LucideStar%2CHeart,Heart"));
     EXPECT_EQ(some.body, heart + "\n" + star + "\n");
     EXPECT_EQ(some.mimeType, "application/javascript");
-    EXPECT_EQ(answer("artifact://0a1b/lucide-icons.js?names=").body, "");
-    EXPECT_EQ(answer("artifact://0a1b/lucide-icons.js?names=Nope,listed").body, "");
+    EXPECT_EQ(answer(runtime("lucide-icons.js?names=")).body, "");
+    EXPECT_EQ(answer(runtime("lucide-icons.js?names=Nope,listed")).body, "");
     // Only that table answers in part.
-    EXPECT_EQ(answer("artifact://0a1b/react.js?names=Heart").body, "window.React = {};");
+    EXPECT_EQ(answer(runtime("react.js?names=Heart")).body, "window.React = {};");
 }
 
 TEST_F(ArtifactSchemeHandlerTest, HeadersAreExactlyTypeLengthOriginAndOtherFilesAreBytes) {
@@ -164,7 +171,7 @@ TEST_F(ArtifactSchemeHandlerTest, HeadersAreExactlyTypeLengthOriginAndOtherFiles
     };
     EXPECT_EQ(headerFields(shown), expected);
     for (const auto* name : {"LICENSE", "page.htm", "data.json", "icon.svg"})
-        EXPECT_EQ(answer(std::string{page} + name).mimeType, "application/octet-stream") << name;
+        EXPECT_EQ(answer(runtime(name)).mimeType, "application/octet-stream") << name;
 }
 
 TEST(EscapeForHTMLScript, WritesAJsonStringLiteralNoMarkupCanEndAndNothingForBadUtf8) {
