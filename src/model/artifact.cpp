@@ -38,6 +38,11 @@ bool hasSupportedExtension(std::string_view fileNameOrPath) {
                        });
 }
 
+bool isRegularFile(const std::string& path) {
+    struct stat info {};
+    return ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+}
+
 ArtifactType detectType(const std::string& url) {
     const std::string extension = lowercaseExtension(url);
     if (extension == "jsx")

@@ -33,6 +33,11 @@ std::string lowercaseExtension(const std::string& url);
 // Whether the file's lower-cased extension is one of supportedExtensions.
 bool hasSupportedExtension(std::string_view fileNameOrPath);
 
+// Whether the path names a regular file, symbolic links followed. Only regular files
+// are artifacts: a folder, a named pipe, a socket or a device is not, whatever its name
+// (reading a named pipe would wait for a writer for ever).
+bool isRegularFile(const std::string& path);
+
 // "jsx" and "tsx" decide their kinds; every other extension, or none, is html.
 ArtifactType detectType(const std::string& url);
 

@@ -7,6 +7,7 @@
 #include <glib.h>
 #include <glibmm/main.h>
 #include <jsc/jsc.h>
+#include <sys/stat.h>
 #include <utility>
 #include <vector>
 
@@ -15,6 +16,10 @@ namespace kelmo {
 namespace {
 
 constexpr char couldNotReadFile[] = "Could not read file";
+constexpr char sourceTooLarge[] = "The file is too large to run (over 10 MB)";
+// Past this, a JSX or TSX source is not read: no prototype is that large, and compiling
+// and embedding it would keep the page busy for minutes.
+constexpr off_t largestSource = 10 * 1024 * 1024;
 constexpr char requestTimedOut[] = "The request timed out.";
 constexpr char pageCrashed[] = "The artifact's page crashed";
 constexpr char pageOutOfMemory[] = "The artifact's page ran out of memory";
@@ -137,6 +142,8 @@ void ArtifactWebView::Coordinator::follow(WebKitWebView* webView) {
     g_signal_connect(webView, "load-changed", G_CALLBACK(onLoadChanged), this);
     g_signal_connect(webView, "load-failed", G_CALLBACK(onLoadFailed), this);
     g_signal_connect(webView, "web-process-terminated", G_CALLBACK(onWebProcessTerminated), this);
+    g_signal_connect(webView, "notify::is-web-process-responsive", G_CALLBACK(onResponsiveness),
+                     this);
     g_signal_connect(webView, "decide-policy", G_CALLBACK(onDecidePolicy), this);
     networkSession_ =
         GObjectRef<WebKitNetworkSession>::retain(webkit_web_view_get_network_session(webView));
@@ -150,6 +157,7 @@ void ArtifactWebView::Coordinator::loadIfNeeded(const Artifact& artifact, const 
     if (key == lastLoadKey_)
         return;
     lastLoadKey_ = std::move(key);
+    restartedLoad_ = false;
     load(artifact, webView);
 }
 
@@ -158,6 +166,12 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
     timeout_.disconnect();
     runAgain_.disconnect();
     timedOut_ = false;
+    loadPending_ = true;
+
+    // A page that no longer answers (a script that never returns) would hold the next
+    // load of its process back: the process goes, and the load starts in a new one.
+    if (!webkit_web_view_get_is_web_process_responsive(webView))
+        webkit_web_view_terminate_web_process(webView);
 
     const std::filesystem::path url{artifact.type.url};
     const std::string host = originHostFor(url);
@@ -169,13 +183,18 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
         const auto page = ArtifactFileSchemeHandler::urlFor(host, url.filename());
         beginLoad(page, false);
         webkit_web_view_load_uri(webView, page.c_str());
+        startTimeout(webView);
         return;
     }
 
-    auto code = readWholeFile(url);
+    // Only a regular file is read: opening a named pipe would wait for a writer.
+    struct stat info {};
+    const bool regular = ::stat(url.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+    auto code = regular && info.st_size <= largestSource ? readWholeFile(url) : std::nullopt;
     if (!code || !isValidUtf8(*code)) {
         parent_.setIsLoading(false);
-        parent_.setErrorMessage(couldNotReadFile);
+        parent_.setErrorMessage(regular && info.st_size > largestSource ? sourceTooLarge
+                                                                        : couldNotReadFile);
         return;
     }
     artifact_ = artifact;
@@ -266,12 +285,14 @@ void ArtifactWebView::Coordinator::answerWaitingRequests() {
 }
 
 // WebKit puts no time limit on a request to a custom scheme, so the page load gets
-// one here: when it runs out, the load is stopped and reported as failed.
+// one here: when it runs out, the load is stopped and reported as failed, and the web
+// process ends with it, so that a page stuck in a script cannot hold the next load.
 void ArtifactWebView::Coordinator::startTimeout(WebKitWebView* webView) {
     timeout_ = Glib::signal_timeout().connect(
         [this, webView] {
             timedOut_ = true;
             webkit_web_view_stop_loading(webView);
+            webkit_web_view_terminate_web_process(webView);
             parent_.setIsLoading(false);
             parent_.setErrorMessage(requestTimedOut);
             return false;
@@ -296,6 +317,7 @@ void ArtifactWebView::Coordinator::didStartProvisionalNavigation() {
 
 void ArtifactWebView::Coordinator::didFinish() {
     timeout_.disconnect();
+    loadPending_ = false;
     // WebKit also ends a stopped or failed load with "finished".
     if (std::exchange(timedOut_, false))
         return;
@@ -304,6 +326,7 @@ void ArtifactWebView::Coordinator::didFinish() {
 
 void ArtifactWebView::Coordinator::didFail(std::string_view uri, const GError* error) {
     timeout_.disconnect();
+    loadPending_ = false;
     // A load stopped by its time-out has already been reported as such.
     if (timedOut_)
         return;
@@ -315,12 +338,23 @@ void ArtifactWebView::Coordinator::didFail(std::string_view uri, const GError* e
     parent_.setErrorMessage(error && error->message ? error->message : "");
 }
 
+// A load waits in a web process that stopped answering (the page it showed runs a
+// script without end): the process goes and the load begins again in a new one, once.
+void ArtifactWebView::Coordinator::didChangeResponsiveness() {
+    if (!webView_ || webkit_web_view_get_is_web_process_responsive(webView_.get()) ||
+        !loadPending_ || !artifact_ || std::exchange(restartedLoad_, true))
+        return;
+    webkit_web_view_terminate_web_process(webView_.get());
+    load(*artifact_, webView_.get());
+}
+
 // The web process is gone, and with it the page: nothing answers on screen any more.
 void ArtifactWebView::Coordinator::didEnd(WebKitWebProcessTerminationReason reason) {
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API)
         return;
     timeout_.disconnect();
     runAgain_.disconnect();
+    loadPending_ = false;
     loadToken_.clear();
     stopServingPlayer();
     if (fileSchemeHandler)
@@ -498,6 +532,10 @@ void ArtifactWebView::Coordinator::onWebProcessTerminated(WebKitWebView*,
                                                           WebKitWebProcessTerminationReason reason,
                                                           gpointer self) {
     static_cast<Coordinator*>(self)->didEnd(reason);
+}
+
+void ArtifactWebView::Coordinator::onResponsiveness(WebKitWebView*, GParamSpec*, gpointer self) {
+    static_cast<Coordinator*>(self)->didChangeResponsiveness();
 }
 
 gboolean ArtifactWebView::Coordinator::onDecidePolicy(WebKitWebView*,

@@ -78,6 +78,7 @@ private:
     void didStartProvisionalNavigation();
     void didFinish();
     void didFail(std::string_view uri, const GError* error);
+    void didChangeResponsiveness();
     void didEnd(WebKitWebProcessTerminationReason reason);
     bool decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     void didStartDownload(WebKitDownload* download);
@@ -89,6 +90,7 @@ private:
     static void onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self);
     static gboolean onLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar* uri, GError* error,
                                  gpointer self);
+    static void onResponsiveness(WebKitWebView* webView, GParamSpec*, gpointer self);
     static void onWebProcessTerminated(WebKitWebView*, WebKitWebProcessTerminationReason reason,
                                        gpointer self);
     static gboolean onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
@@ -119,6 +121,10 @@ private:
     sigc::connection timeout_;
     sigc::connection runAgain_;
     bool timedOut_ = false;
+    // From load() until the load ends; and whether it was begun again in a new web
+    // process because the old one stopped answering.
+    bool loadPending_ = false;
+    bool restartedLoad_ = false;
 };
 
 } // namespace kelmo

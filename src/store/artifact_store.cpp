@@ -163,6 +163,8 @@ void ArtifactStore::openArtifactFile() {
 }
 
 void ArtifactStore::addArtifact(const std::filesystem::path& url) {
+    if (!isRegularFile(url))
+        return;
     const auto existing =
         std::find_if(allArtifacts_.begin(), allArtifacts_.end(),
                      [&url](const Artifact& artifact) { return artifact.path() == url.native(); });

@@ -22,6 +22,7 @@ struct DirectoryCloser {
 struct ListedFile {
     std::string name;
     std::optional<Clock::time_point> modifiedAt;
+    bool regular = false; // a regular file, links followed
 };
 
 Clock::time_point toTimePoint(const struct timespec& time) {
@@ -36,8 +37,10 @@ void readModificationTimes(int directory, std::vector<ListedFile>& files) {
     const auto statRange = [directory, &files](std::size_t begin, std::size_t end) {
         for (std::size_t i = begin; i < end; ++i) {
             struct stat info {};
-            if (::fstatat(directory, files[i].name.c_str(), &info, 0) == 0)
+            if (::fstatat(directory, files[i].name.c_str(), &info, 0) == 0) {
                 files[i].modifiedAt = toTimePoint(info.st_mtim);
+                files[i].regular = S_ISREG(info.st_mode);
+            }
         }
     };
     constexpr std::size_t filesPerThread = 2048;
@@ -54,8 +57,8 @@ void readModificationTimes(int directory, std::vector<ListedFile>& files) {
     statRange(0, std::min(files.size(), slice));
 }
 
-// The folder's non-hidden direct entries with a supported extension, in name order.
-// An unlistable folder gives an empty listing.
+// The folder's non-hidden direct entries with a supported extension that are regular
+// files (links followed), in name order. An unlistable folder gives an empty listing.
 std::vector<ListedFile> listSupportedFiles(const std::string& folder) {
     std::vector<ListedFile> files;
     std::unique_ptr<DIR, DirectoryCloser> directory{::opendir(folder.c_str())};
@@ -68,6 +71,7 @@ std::vector<ListedFile> listSupportedFiles(const std::string& folder) {
         files.push_back(ListedFile{std::string{name}, std::nullopt});
     }
     readModificationTimes(::dirfd(directory.get()), files);
+    std::erase_if(files, [](const ListedFile& file) { return !file.regular; });
     std::sort(files.begin(), files.end(),
               [](const ListedFile& a, const ListedFile& b) { return a.name < b.name; });
     return files;

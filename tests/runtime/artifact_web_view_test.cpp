@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace kelmo {
 namespace {
@@ -292,6 +293,27 @@ TEST_F(WebViewLoadingTest, FailedLoadsReachTheErrorMessageAndANonUtf8FileKeepsTh
     ASSERT_TRUE(withoutTemplate.load(examples / "counter.jsx"));
     EXPECT_EQ(withoutTemplate.errorMessages, std::vector<std::string>{"File does not exist"});
     EXPECT_FALSE(withoutTemplate.loadingReports.back());
+}
+
+TEST_F(WebViewLoadingTest, SpecialFilesHugeSourcesAndStuckPagesEndWithAClearOutcome) {
+    ASSERT_EQ(::mkfifo((folder / "pipe.jsx").c_str(), 0600), 0);
+    ASSERT_TRUE(host.load(folder / "pipe.jsx"));
+    EXPECT_EQ(host.errorMessages, std::vector<std::string>{"Could not read file"});
+    std::filesystem::create_directories(folder / "folder.tsx");
+    ASSERT_TRUE(host.load(folder / "folder.tsx"));
+    EXPECT_EQ(host.errorMessages, std::vector<std::string>{"Could not read file"});
+    writeFile(folder / "huge.jsx", "// " + std::string(10 * 1024 * 1024, 'x') + "\n");
+    ASSERT_TRUE(host.load(folder / "huge.jsx"));
+    EXPECT_EQ(host.errorMessages,
+              std::vector<std::string>{"The file is too large to run (over 10 MB)"});
+
+    // A page stuck in a script does not hold the next artifact back.
+    ASSERT_EQ(run("stuck.jsx", "export default () => <button id='b' onClick={() => { "
+                               "while (true) {} }}>stick</button>;"),
+              "rendered");
+    host.evaluate("setTimeout(() => document.getElementById('b').click(), 0); 0");
+    ASSERT_EQ(host.play(examples / "counter.jsx"), "rendered");
+    EXPECT_EQ(host.text("#count"), "0");
 }
 
 TEST_F(WebViewLoadingTest, HtmlPagesForwardTheirConsoleAndReadTheirFolderAndBelowButNotAbove) {

@@ -2,6 +2,7 @@
 #include "store_fixture.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 namespace kelmo {
 namespace {
@@ -37,10 +38,14 @@ TEST_F(ArtifactStoreTest, AddingPutsANewFileFirstSelectedAndRecentAndOnlySelects
     EXPECT_EQ(names(store->allArtifacts()), (std::vector<std::string>{"b", "a"}));
     EXPECT_EQ(store->recentPaths(), (std::vector<std::string>{b.path(), a.path()}));
 
-    // Any file is accepted and typed by its extension, even one that is missing.
+    // Any regular file is accepted and typed by its extension; nothing else is, whatever
+    // its name: a missing file, a folder, a named pipe.
     EXPECT_EQ(add("notes.md").type.kind, ArtifactType::Kind::html);
-    store->addArtifact(root / "missing" / "ghost.tsx");
-    EXPECT_EQ(store->selectedArtifact()->type.kind, ArtifactType::Kind::tsx);
+    std::filesystem::create_directories(root / "folder.jsx");
+    ASSERT_EQ(::mkfifo((root / "pipe.jsx").c_str(), 0600), 0);
+    for (const auto* name : {"missing/ghost.tsx", "folder.jsx", "pipe.jsx"})
+        store->addArtifact(root / name);
+    EXPECT_EQ(names(store->allArtifacts()), (std::vector<std::string>{"notes", "b", "a"}));
 }
 
 TEST_F(ArtifactStoreTest, RecentsKeepTheTwentyNewestMoveRepeatsToTheFrontAndSkipRemovedFiles) {

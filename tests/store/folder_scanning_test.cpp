@@ -1,6 +1,8 @@
 #include "store/settings_keys.h"
 #include "store_fixture.h"
 
+#include <sys/stat.h>
+
 namespace kelmo {
 namespace {
 
@@ -31,12 +33,18 @@ TEST_F(FolderScanningTest, ListsAndShowsDirectSupportedVisibleFilesNewestFirst) 
     writeFile(folder / "notes.md");
     writeFile(folder / "sub" / "c.tsx");
     writeFile(folder / "PAGE.HTM", "", hours{50});
-    std::filesystem::create_directories(folder / "dir.jsx"); // kept: only the extension counts
+    // Only regular files, links followed, whatever their names.
+    std::filesystem::create_directories(folder / "dir.jsx");
+    std::filesystem::create_directory_symlink(folder / "sub", folder / "linked-dir.tsx");
+    std::filesystem::create_symlink(folder / "gone.jsx", folder / "dangling.jsx");
+    ASSERT_EQ(::mkfifo((folder / "pipe.jsx").c_str(), 0600), 0);
+    writeFile(root / "elsewhere.jsx", "", hours{3});
+    std::filesystem::create_symlink(root / "elsewhere.jsx", folder / "link.jsx");
 
     const WatchedFolder watched = watch(folder);
     EXPECT_EQ(watched.name, "Projects");
-    EXPECT_EQ(libraryNames(), (std::vector<std::string>{"dir", "a", "b", "PAGE"}));
-    EXPECT_EQ(store->selectedArtifact()->name, "dir") << "nothing selected: the newest is";
+    EXPECT_EQ(libraryNames(), (std::vector<std::string>{"a", "link", "b", "PAGE"}));
+    EXPECT_EQ(store->selectedArtifact()->name, "a") << "nothing selected: the newest is";
     EXPECT_EQ(store->selectedSection(), SidebarItem::library()) << "adding does not switch";
     EXPECT_EQ(store->watchedFolderURL(), folder);
 
@@ -48,7 +56,7 @@ TEST_F(FolderScanningTest, ListsAndShowsDirectSupportedVisibleFilesNewestFirst) 
     store->addArtifact(folder / "hand.jsx");
     store->setSelectedSection(SidebarItem::folder(watched.id));
     EXPECT_EQ(names(store->artifacts()),
-              (std::vector<std::string>{"hand", "dir", "a", "b", "PAGE"}));
+              (std::vector<std::string>{"hand", "a", "link", "b", "PAGE"}));
 }
 
 TEST_F(FolderScanningTest, RescansFollowNewEntriesNotContentAndResortTheWholeLibrary) {
