@@ -132,12 +132,17 @@ void ArtifactStore::loadPersistedData() {
         if (!id || !name || !bookmark)
             continue;
         const auto url = folder_bookmark::resolve(*bookmark);
-        if (!url || !folder_bookmark::startAccessing(*url))
+        if (!url)
             continue;
         WatchedFolder folder{*id, *name, *url};
         std::vector<WatchedFolder> folders = watchedFolders_;
         folders.push_back(folder);
         setWatchedFolders(std::move(folders));
+        // A folder that cannot be read now (a drive that is not mounted) stays in the
+        // list, empty, and is read and watched again at a later start; only the user
+        // removes folders.
+        if (!folder_bookmark::startAccessing(*url))
+            continue;
         loadArtifacts(folder);
         startWatching(folder);
     }
@@ -149,7 +154,7 @@ void ArtifactStore::loadPersistedData() {
 void ArtifactStore::persistBookmarks() {
     std::vector<Glib::VariantBase> records;
     for (const auto& folder : watchedFolders_) {
-        const auto bookmark = folder_bookmark::make(folder.url);
+        const auto bookmark = folder_bookmark::encode(folder.url);
         if (!bookmark)
             continue;
         records.push_back(makeDictionaryVariant({

@@ -18,8 +18,14 @@ bool isDirectory(const std::filesystem::path& path) {
 } // namespace
 
 std::optional<std::vector<std::uint8_t>> make(const std::filesystem::path& folder) {
+    if (!isDirectory(folder))
+        return std::nullopt;
+    return encode(folder);
+}
+
+std::optional<std::vector<std::uint8_t>> encode(const std::filesystem::path& folder) {
     const std::string& path = folder.native();
-    if (path.empty() || path.front() != '/' || !isDirectory(folder))
+    if (path.empty() || path.front() != '/')
         return std::nullopt;
     std::vector<std::uint8_t> data(magic.begin(), magic.end());
     data.push_back(currentVersion);
@@ -35,10 +41,7 @@ std::optional<std::filesystem::path> resolve(const std::vector<std::uint8_t>& da
     std::string path(data.begin() + static_cast<std::ptrdiff_t>(header), data.end());
     if (path.front() != '/' || path.find('\0') != std::string::npos)
         return std::nullopt;
-    std::filesystem::path folder{std::move(path)};
-    if (!isDirectory(folder))
-        return std::nullopt;
-    return folder;
+    return std::filesystem::path{std::move(path)};
 }
 
 bool startAccessing(const std::filesystem::path& folder) {

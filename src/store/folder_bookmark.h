@@ -23,7 +23,11 @@ inline constexpr std::uint8_t currentVersion = 1;
 // Fails (nothing) unless the location is an absolute path of an existing directory.
 std::optional<std::vector<std::uint8_t>> make(const std::filesystem::path& folder);
 
-// The folder location, or nothing when the data is malformed or the folder is gone.
+// The reference of any absolute location, existing or not (a folder on a drive that is
+// not mounted now); nothing for a relative one.
+std::optional<std::vector<std::uint8_t>> encode(const std::filesystem::path& folder);
+
+// The folder location, or nothing when the data is malformed. The folder may be gone.
 std::optional<std::filesystem::path> resolve(const std::vector<std::uint8_t>& data);
 
 // Whether the process may list the folder: the counterpart of starting access to

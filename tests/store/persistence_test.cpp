@@ -49,7 +49,7 @@ protected:
 };
 
 // Resolving a vanished or malformed bookmark is checked through the store in
-// BadFolderRecordsAreDroppedAndAStrayEntryVoidsTheList below.
+// BadFolderRecordsAreDroppedMissingFoldersKeptAndAStrayEntryVoidsTheList below.
 TEST(FolderBookmark, IsMadeOnlyForAnExistingAbsoluteFolderAndRejectsUnknownVersions) {
     testing::TemporaryDirectory dir;
     EXPECT_FALSE(folder_bookmark::make(dir / "missing"));
@@ -91,7 +91,7 @@ TEST_F(PersistenceTest, FavouritesAndRecentsAreRestoredAsSavedOrDiscardedWhenFor
     EXPECT_TRUE(store->recentPaths().empty());
 }
 
-TEST_F(PersistenceTest, BadFolderRecordsAreDroppedAndAStrayEntryVoidsTheList) {
+TEST_F(PersistenceTest, BadFolderRecordsAreDroppedMissingFoldersKeptAndAStrayEntryVoidsTheList) {
     const auto good = root / "Good";
     const auto other = root / "Other";
     writeFile(good / "a.jsx");
@@ -109,13 +109,21 @@ TEST_F(PersistenceTest, BadFolderRecordsAreDroppedAndAStrayEntryVoidsTheList) {
     });
 
     makeStore();
-    ASSERT_EQ(store->watchedFolders().size(), 1u);
-    const WatchedFolder& restored = store->watchedFolders().front();
+    ASSERT_EQ(store->watchedFolders().size(), 2u);
+    const WatchedFolder& restored = store->watchedFolders().back();
     EXPECT_EQ(restored.id, goodId);
     EXPECT_EQ(restored.name, "Saved Name") << "the saved name wins over the folder's own";
     EXPECT_EQ(restored.url, good);
     EXPECT_EQ(names(store->allArtifacts()), std::vector<std::string>{"a"}) << "and is scanned";
-    EXPECT_EQ(savedFolderNames(), std::vector<std::string>{"Saved Name"});
+    // A folder that is missing (a drive not mounted) is kept, empty, and read again at a
+    // later start once it is back.
+    EXPECT_EQ(store->watchedFolders().front().url, vanished);
+    EXPECT_EQ(savedFolderNames(), (std::vector<std::string>{"Gone", "Saved Name"}));
+    store.reset();
+    writeFile(vanished / "back.jsx");
+    makeStore();
+    EXPECT_EQ(names(store->allArtifacts()), (std::vector<std::string>{"back", "a"}));
+    EXPECT_EQ(savedFolderNames(), (std::vector<std::string>{"Gone", "Saved Name"}));
 
     // A list with a non-dictionary is ignored whole, and nothing is re-saved.
     store.reset();
