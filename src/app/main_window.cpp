@@ -1,5 +1,7 @@
 #include "app/main_window.h"
 
+#include <gtkmm/button.h>
+
 namespace kelmo {
 
 MainWindow::MainWindow(ArtifactStore& store, DetailViews detailViews,
@@ -15,7 +17,25 @@ MainWindow::MainWindow(ArtifactStore& store, DetailViews detailViews,
     auto* titlebar = Gtk::make_managed<Gtk::Box>();
     titlebar->set_visible(false);
     set_titlebar(*titlebar);
-    set_child(content_);
+    layers_.set_child(content_);
+    set_child(layers_);
+
+    notice_.add_css_class("settings-notice");
+    notice_.set_halign(Gtk::Align::CENTER);
+    notice_.set_valign(Gtk::Align::END);
+    notice_.set_visible(false);
+    noticeText_.set_wrap(true);
+    noticeText_.set_max_width_chars(70);
+    notice_.append(noticeText_);
+    auto* dismiss = Gtk::make_managed<Gtk::Button>("Dismiss");
+    dismiss->set_valign(Gtk::Align::CENTER);
+    dismiss->signal_clicked().connect([this] { notice_.set_visible(false); });
+    notice_.append(*dismiss);
+    layers_.add_overlay(notice_);
+    if (const auto& error = store_.settings().writeError())
+        showSettingsNotice(*error);
+    writeFailed_ = store_.settings().signalWriteFailed().connect(
+        [this](const std::string& why) { showSettingsNotice(why); });
 
     toggleSidebar_ = Gio::SimpleAction::create_bool("toggle-sidebar", !store_.isFocusMode());
     toggleSidebar_->signal_activate().connect(
@@ -32,6 +52,14 @@ MainWindow::MainWindow(ArtifactStore& store, DetailViews detailViews,
 
 MainWindow::~MainWindow() {
     storeChanged_.disconnect();
+    writeFailed_.disconnect();
+}
+
+void MainWindow::showSettingsNotice(const std::string& why) {
+    noticeText_.set_text("Kelmo cannot save its settings (" + why +
+                         "). Favorites, recent files and watched folders will not be kept "
+                         "after Kelmo quits.");
+    notice_.set_visible(true);
 }
 
 void MainWindow::updateActions() {

@@ -1,5 +1,7 @@
 #include "store/settings_store.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <ctime>
 #include <glib.h>
@@ -45,7 +47,30 @@ std::string corruptCopyName(const std::filesystem::path& file) {
 } // namespace
 
 SettingsStore::SettingsStore(std::filesystem::path file) : file_{std::move(file)} {
+    removeStaleTemporaryFiles();
     load();
+}
+
+// The temporary files of writes (GLib names them "<file>.XXXXXX") that were killed
+// before their rename; a minute old, so that no write in progress loses its file.
+void SettingsStore::removeStaleTemporaryFiles() const {
+    const std::string prefix = file_.filename().native() + ".";
+    constexpr std::size_t suffixLength = 6;
+    std::error_code error;
+    const auto now = std::filesystem::file_time_type::clock::now();
+    for (const auto& entry : std::filesystem::directory_iterator{file_.parent_path(), error}) {
+        const std::string name = entry.path().filename().native();
+        if (name.size() != prefix.size() + suffixLength ||
+            name.compare(0, prefix.size(), prefix) != 0)
+            continue;
+        const auto suffix = std::string_view{name}.substr(prefix.size());
+        if (!std::all_of(suffix.begin(), suffix.end(), [](char c) { return g_ascii_isalnum(c); }))
+            continue;
+        std::error_code ignored;
+        const auto written = entry.last_write_time(ignored);
+        if (!ignored && entry.is_regular_file(ignored) && now - written > std::chrono::minutes{1})
+            std::filesystem::remove(entry.path(), ignored);
+    }
 }
 
 std::filesystem::path SettingsStore::defaultFile() {
@@ -83,7 +108,7 @@ void SettingsStore::load() {
         values_.insert_or_assign(std::string{key}, Glib::VariantBase{value, false});
 }
 
-void SettingsStore::save() const {
+void SettingsStore::save() {
     GVariantBuilder builder;
     g_variant_builder_init(&builder, G_VARIANT_TYPE_VARDICT);
     for (const auto& [key, value] : values_)
@@ -94,9 +119,16 @@ void SettingsStore::save() const {
     const std::string directory = file_.parent_path().native();
     if (!directory.empty())
         g_mkdir_with_parents(directory.c_str(), 0700);
-    // Writes are fire-and-forget; g_file_set_contents_full writes a temporary file and renames it.
-    g_file_set_contents_full(file_.c_str(), text.get(), -1, G_FILE_SET_CONTENTS_CONSISTENT, 0600,
-                             nullptr);
+    // g_file_set_contents_full writes a temporary file and renames it.
+    GError* rawError = nullptr;
+    if (g_file_set_contents_full(file_.c_str(), text.get(), -1, G_FILE_SET_CONTENTS_CONSISTENT,
+                                 0600, &rawError))
+        return;
+    GErrorPtr error{rawError};
+    if (writeError_)
+        return;
+    writeError_ = error ? error->message : "the file could not be written";
+    writeFailed_.emit(*writeError_);
 }
 
 Glib::VariantBase SettingsStore::value(std::string_view key) const {

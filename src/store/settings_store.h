@@ -4,6 +4,7 @@
 #include <glibmm/variant.h>
 #include <map>
 #include <optional>
+#include <sigc++/signal.h>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,7 +17,9 @@ namespace kelmo {
 //
 // Every write replaces the file atomically (temporary file, then rename). A missing
 // file is an empty store; a file that cannot be parsed is moved aside as
-// "<file>.corrupt-<time>" so nothing is lost, and the store starts empty.
+// "<file>.corrupt-<time>" so nothing is lost, and the store starts empty. Temporary
+// files left by writes that were killed are removed when the store opens. A write that
+// fails is reported once, through signalWriteFailed, and remembered in writeError.
 class SettingsStore {
 public:
     explicit SettingsStore(std::filesystem::path file);
@@ -40,12 +43,19 @@ public:
 
     const std::filesystem::path& file() const { return file_; }
 
+    // Why the first write that failed did, once one has; later failures change nothing.
+    const std::optional<std::string>& writeError() const { return writeError_; }
+    sigc::signal<void(const std::string&)>& signalWriteFailed() { return writeFailed_; }
+
 private:
     void load();
-    void save() const;
+    void removeStaleTemporaryFiles() const;
+    void save();
 
     std::filesystem::path file_;
     std::map<std::string, Glib::VariantBase, std::less<>> values_;
+    std::optional<std::string> writeError_;
+    sigc::signal<void(const std::string&)> writeFailed_;
 };
 
 // Builders and readers for the GVariant shapes that settings values take.

@@ -240,6 +240,30 @@ TEST(SettingsStore, AMissingFileIsEmptyAndValuesSurviveARestartInReadableText) {
         << "an atomic write leaves no temporary file behind";
 }
 
+TEST(SettingsStore, KilledWritesLeftoversGoAndAFailedWriteIsToldOnce) {
+    TemporaryDirectory dir;
+    const auto file = dir / "settings";
+    using std::chrono::hours;
+    writeFile(dir / "settings.Ab12Cd", "stale", hours{2});
+    writeFile(dir / "settings.Xy34Zw", "in progress");
+    writeFile(dir / "settings.corrupt-20261125-101010", "kept", hours{2});
+    writeFile(dir / "notes.Ab12Cd", "not ours", hours{2});
+    SettingsStore{file};
+    EXPECT_EQ(filesIn(dir.path()), (std::vector<std::string>{"notes.Ab12Cd", "settings.Xy34Zw",
+                                                             "settings.corrupt-20261125-101010"}));
+
+    // A folder where the file's own folder should be: no write can succeed, even as root.
+    writeFile(dir / "blocked", "a file");
+    SettingsStore blocked{dir / "blocked" / "settings"};
+    std::vector<std::string> told;
+    blocked.signalWriteFailed().connect([&told](const std::string& why) { told.push_back(why); });
+    blocked.setBool("hasSeenOnboarding", true);
+    blocked.setBool("hasSeenOnboarding", false);
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(blocked.writeError(), told.front());
+    EXPECT_FALSE(blocked.boolValue("hasSeenOnboarding")) << "values still change in memory";
+}
+
 TEST(SettingsStore, UnparsableFileIsMovedAsideNotLost) {
     for (const std::string& content : {std::string{"{'recentPaths': <['/a'"},
                                        std::string{"\xff\xfe not text"}, std::string{"[1, 2]"}}) {
