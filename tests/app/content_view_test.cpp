@@ -36,8 +36,10 @@ protected:
     ArtifactStore& makeQuietStore() {
         auto& made = makeStore();
         made.setIsShowingOnboarding(false);
-        made.addArtifact(root / "first.html");
-        made.addArtifact(root / "second.jsx");
+        for (const auto* name : {"first.html", "second.jsx"}) {
+            writeFile(root / name);
+            made.addArtifact(root / name);
+        }
         made.setSelectedArtifact(std::nullopt);
         return made;
     }
@@ -121,6 +123,7 @@ TEST_F(ContentViewTest, FocusModeHidesTheSidebarAndDraggingTheDividerSwitchesIt)
 TEST_F(ContentViewTest, GuideIsAFixedModalSheetOverThePlayerThatACloseOnlyHides) {
     auto& store = makeStore();
     ASSERT_TRUE(store.isShowingOnboarding()) << "a first start asks for the guide";
+    writeFile(root / "first.html");
     store.addArtifact(root / "first.html");
     ContentView view{store, recorded.views()};
     show(view);

@@ -52,6 +52,7 @@ TEST_F(SidebarViewTest, CountsFollowTheStoreAndChoosingARowSelectsItsSectionAndT
     EXPECT_EQ(badgeOf(row(sidebar, "work")), "2");
 
     // Files outside every folder count towards the library but not the folder.
+    writeFile(root / "nested-elsewhere.tsx");
     store->addArtifact(root / "nested-elsewhere.tsx");
     store->markRecent(store->allArtifacts().front());
     store->toggleFavorite(store->allArtifacts().front());
