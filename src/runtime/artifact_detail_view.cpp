@@ -299,13 +299,24 @@ Gtk::Widget& ArtifactDetailView::deviceFrame(int width) {
     return frame;
 }
 
-Gtk::Widget& ArtifactDetailView::loadingOverlay() {
-    auto& overlay = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 0);
-    overlay.add_css_class("loading-overlay");
-    auto& content = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 12);
+namespace {
+
+// A layer over the run area with its content centred: answers the layer and the content.
+std::pair<Gtk::Box&, Gtk::Box&> centredLayer(const char* cssClass, int spacing) {
+    auto& layer = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 0);
+    layer.add_css_class(cssClass);
+    auto& content = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, spacing);
     content.set_halign(Gtk::Align::CENTER);
     content.set_valign(Gtk::Align::CENTER);
     content.set_vexpand(true);
+    layer.append(content);
+    return {layer, content};
+}
+
+} // namespace
+
+Gtk::Widget& ArtifactDetailView::loadingOverlay() {
+    auto [overlay, content] = centredLayer("loading-overlay", 12);
     auto& spinner = *Gtk::make_managed<Gtk::Spinner>();
     spinner.set_size_request(26, 26);
     spinner.set_halign(Gtk::Align::CENTER);
@@ -314,18 +325,12 @@ Gtk::Widget& ArtifactDetailView::loadingOverlay() {
     auto& text = *Gtk::make_managed<Gtk::Label>("Loading artifact…");
     text.add_css_class("loading-text");
     content.append(text);
-    overlay.append(content);
     return overlay;
 }
 
 // Shown over what the page last drew, which no longer answers: why, and the way back.
 Gtk::Widget& ArtifactDetailView::endedOverlay() {
-    auto& overlay = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 10);
-    overlay.add_css_class("page-ended-overlay");
-    auto& content = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 10);
-    content.set_halign(Gtk::Align::CENTER);
-    content.set_valign(Gtk::Align::CENTER);
-    content.set_vexpand(true);
+    auto [overlay, content] = centredLayer("page-ended-overlay", 10);
     auto& title = *Gtk::make_managed<Gtk::Label>("This artifact stopped running");
     title.add_css_class("page-ended-title");
     content.append(title);
@@ -341,7 +346,6 @@ Gtk::Widget& ArtifactDetailView::endedOverlay() {
     again.set_halign(Gtk::Align::CENTER);
     again.set_action_name("player.reload");
     content.append(again);
-    overlay.append(content);
     return overlay;
 }
 

@@ -158,65 +158,7 @@ SchemeResult ArtifactSchemeHandler::serveIcons(const std::vector<std::string>& n
 std::string ArtifactSchemeHandler::escapeForHTMLScript(std::string_view text) {
     if (!isValidUtf8(text))
         return "\"\"";
-    static constexpr char hex[] = "0123456789abcdef";
-    std::string literal;
-    literal.reserve(text.size() + 2);
-    literal.push_back('"');
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char c = text[at];
-        switch (c) {
-        // Markup characters as escapes, so that no text in the code ("</script>",
-        // "<!--<script>") can change how the page's parser reads the script element.
-        case '<':
-            literal.append("\\u003c");
-            break;
-        case '>':
-            literal.append("\\u003e");
-            break;
-        case '&':
-            literal.append("\\u0026");
-            break;
-        case '"':
-            literal.append("\\\"");
-            break;
-        case '\\':
-            literal.append("\\\\");
-            break;
-        case '/':
-            literal.append("\\/");
-            break;
-        case '\b':
-            literal.append("\\b");
-            break;
-        case '\f':
-            literal.append("\\f");
-            break;
-        case '\n':
-            literal.append("\\n");
-            break;
-        case '\r':
-            literal.append("\\r");
-            break;
-        case '\t':
-            literal.append("\\t");
-            break;
-        default:
-            // U+2028 and U+2029 end a line in older script parsers.
-            if (c == '\xe2' && text.substr(at + 1, 1) == "\x80" && at + 2 < text.size() &&
-                (text[at + 2] == '\xa8' || text[at + 2] == '\xa9')) {
-                literal.append(text[at + 2] == '\xa8' ? "\\u2028" : "\\u2029");
-                at += 2;
-            } else if (static_cast<unsigned char>(c) < 0x20) {
-                const auto byte = static_cast<unsigned char>(c);
-                literal.append("\\u00").push_back(hex[byte >> 4]);
-                literal.push_back(hex[byte & 0xf]);
-            } else {
-                literal.push_back(c);
-            }
-        }
-    }
-    literal.push_back('"');
-    return literal;
+    return jsonStringLiteral(text, JsonLiteralUse::scriptElement);
 }
 
 std::string ArtifactSchemeHandler::mimeType(std::string_view extension) {

@@ -1,6 +1,7 @@
 #include "runtime/artifact_storage.h"
 
 #include "runtime/artifact_origin.h"
+#include "runtime/scheme_support.h"
 
 #include <algorithm>
 #include <chrono>
@@ -26,48 +27,6 @@ struct VariantUnref {
     void operator()(GVariant* variant) const { g_variant_unref(variant); }
 };
 using Variant = std::unique_ptr<GVariant, VariantUnref>;
-
-// A string as JSON.stringify writes it, so that values kept plainly by earlier versions
-// are found under the keys the page now sends.
-std::string jsonLiteral(std::string_view text) {
-    static constexpr char hex[] = "0123456789abcdef";
-    std::string literal{"\""};
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        switch (c) {
-        case '"':
-            literal.append("\\\"");
-            break;
-        case '\\':
-            literal.append("\\\\");
-            break;
-        case '\b':
-            literal.append("\\b");
-            break;
-        case '\f':
-            literal.append("\\f");
-            break;
-        case '\n':
-            literal.append("\\n");
-            break;
-        case '\r':
-            literal.append("\\r");
-            break;
-        case '\t':
-            literal.append("\\t");
-            break;
-        default:
-            if (byte < 0x20) {
-                literal.append("\\u00").push_back(hex[byte >> 4]);
-                literal.push_back(hex[byte & 0xf]);
-            } else {
-                literal.push_back(c);
-            }
-        }
-    }
-    literal.push_back('"');
-    return literal;
-}
 
 GVariant* dictionaryOf(const std::map<std::string, std::string>& values) {
     GVariantBuilder builder;
@@ -100,8 +59,10 @@ bool readDictionaries(const std::filesystem::path& file, bool plain,
         const gchar* value = nullptr;
         auto& into = child == 0 ? own : shared;
         while (g_variant_iter_next(&iter, "{&s&s}", &key, &value)) {
+            // Earlier versions kept the strings as given: they are found under the
+            // literals the page now sends.
             if (plain)
-                into.emplace(jsonLiteral(key), jsonLiteral(value));
+                into.emplace(jsonStringLiteral(key), jsonStringLiteral(value));
             else
                 into.emplace(key, value);
         }

@@ -45,6 +45,46 @@ std::optional<std::string> SchemeRequestUrl::queryValue(std::string_view name) c
     return value;
 }
 
+std::string jsonStringLiteral(std::string_view text, JsonLiteralUse use) {
+    static constexpr char hex[] = "0123456789abcdef";
+    const bool inScript = use == JsonLiteralUse::scriptElement;
+    std::string literal;
+    literal.reserve(text.size() + 2);
+    literal.push_back('"');
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char c = text[at];
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            literal.push_back('\\');
+            literal.push_back(c);
+        } else if (c == '\n') {
+            literal.append("\\n");
+        } else if (c == '\r') {
+            literal.append("\\r");
+        } else if (c == '\t') {
+            literal.append("\\t");
+        } else if (c == '\b') {
+            literal.append("\\b");
+        } else if (c == '\f') {
+            literal.append("\\f");
+        } else if (byte < 0x20 || (inScript && (c == '<' || c == '>' || c == '&'))) {
+            literal.append("\\u00").push_back(hex[byte >> 4]);
+            literal.push_back(hex[byte & 0xf]);
+        } else if (inScript && c == '/') {
+            literal.append("\\/");
+        } else if (inScript &&
+                   (text.compare(at, 3, "\u2028") == 0 || text.compare(at, 3, "\u2029") == 0)) {
+            // Line terminators in older script parsers.
+            literal.append(text[at + 2] == '\xa8' ? "\\u2028" : "\\u2029");
+            at += 2;
+        } else {
+            literal.push_back(c);
+        }
+    }
+    literal.push_back('"');
+    return literal;
+}
+
 bool isValidUtf8(std::string_view bytes) {
     // GLib's validation stops at NUL characters, so validate the runs between them.
     while (!bytes.empty()) {

@@ -22,6 +22,14 @@ struct SchemeRequestUrl {
     std::optional<std::string> queryValue(std::string_view name) const;
 };
 
+// The text as a JSON string literal, as JSON.stringify writes it: quotation mark and
+// reverse solidus escaped, control characters as escapes, everything else as it is.
+// Safe in a script element, it also writes "/" as "\/" and "<", ">", "&", U+2028 and
+// U+2029 as \u escapes, so that no text ("</script>", "<!--<script>") changes how the
+// HTML parser reads the element.
+enum class JsonLiteralUse { data, scriptElement };
+std::string jsonStringLiteral(std::string_view text, JsonLiteralUse use = JsonLiteralUse::data);
+
 // Whether the bytes are UTF-8 text (NUL characters included).
 bool isValidUtf8(std::string_view bytes);
 

@@ -35,12 +35,6 @@ protected:
         return host.evaluate("window.fetched");
     }
 
-    std::string logged(const StandardOutputCapture& output) {
-        host.evaluate("console.log('done')");
-        EXPECT_TRUE(output.waitFor("🔵 [JS] done\n"));
-        return output.text();
-    }
-
     TemporaryDirectory folder;
     WebViewFixture host;
 };
@@ -139,7 +133,7 @@ TEST_F(IsolationTest, FramesAndPostsWithoutTheLoadsTokenReachNoChannel) {
                   ".then((value) => { window.stolen = String(value); }); 0");
     ASSERT_TRUE(host.waitUntil("window.stolen !== undefined"));
     EXPECT_EQ(host.evaluate("window.stolen"), "null");
-    EXPECT_THAT(logged(output), Not(HasSubstr("FORGED")));
+    EXPECT_THAT(host.logged(output), Not(HasSubstr("FORGED")));
 }
 
 TEST_F(IsolationTest, AnOldPagesStorageCallsNeverReachTheNextArtifact) {
@@ -204,7 +198,7 @@ TEST_F(IsolationTest, TheArtifactCannotLeaveItsOriginAndClickedWebLinksOpenInThe
     EXPECT_EQ(opened, std::vector<std::string>{server.url("/clicked")});
     EXPECT_EQ(host.evaluate("location.hash + ' ' + window.marker"), "#part kept");
     EXPECT_EQ(server.requested, (std::vector<std::string>{"/frame", "/script"}));
-    EXPECT_THAT(logged(output), Not(HasSubstr("FORGED")));
+    EXPECT_THAT(host.logged(output), Not(HasSubstr("FORGED")));
 }
 
 TEST_F(IsolationTest, ThePlayerRunsAgainWhenThePageReloadsItself) {
@@ -223,16 +217,17 @@ TEST_F(IsolationTest, ScriptBreakingSourcesRunAndConsoleMessagesCannotForgeLines
     writeFile(folder / "breaker.jsx", R"JSX(
         const a = "<!--<script>";
         const b = "</script><script>window.injected = 1</script>";
-        const c = "\u2028\u2029 & <b>";
+        const c = "\u2028\u2029 & <b> 'quoted' \"twice\" \\ héllo 🚀 日本";
         console.log("one\n🔵 [JS] forged\r\x1b[2J\u009b tab\t");
         export default () => <p id="out">{a + b + c}</p>;
     )JSX");
     StandardOutputCapture output;
     ASSERT_EQ(host.play(folder / "breaker.jsx"), "rendered");
     EXPECT_EQ(host.text("#out"),
-              "<!--<script></script><script>window.injected = 1</script>\u2028\u2029 & <b>");
+              "<!--<script></script><script>window.injected = 1</script>\u2028\u2029 & <b> "
+              "'quoted' \"twice\" \\ héllo 🚀 日本");
     EXPECT_EQ(host.evaluate("String(window.injected)"), "undefined");
-    EXPECT_THAT(logged(output),
+    EXPECT_THAT(host.logged(output),
                 HasSubstr("🔵 [JS] one\\n🔵 [JS] forged\\r\\x1b[2J\\u009b tab\\t\n🔵 [JS] done\n"));
 }
 

@@ -79,6 +79,12 @@ bool WebViewFixture::waitUntil(const std::string& expression) {
     return false;
 }
 
+std::string WebViewFixture::logged(const StandardOutputCapture& output) {
+    evaluate("console.log('done')");
+    EXPECT_TRUE(output.waitFor("🔵 [JS] done\n"));
+    return output.text();
+}
+
 bool WebViewFixture::setViewportWidth(int width) {
     view_->set_size_request(width, -1);
     view_->set_halign(Gtk::Align::START);

@@ -12,6 +12,8 @@
 
 namespace kelmo::testing {
 
+class StandardOutputCapture;
+
 // Hosts an ArtifactWebView in a window and records what it reports.
 class WebViewFixture {
 public:
@@ -46,6 +48,10 @@ public:
 
     // What the player's error panel reads; empty when it is not shown.
     std::string panelText();
+
+    // Everything the page logged up to now: the end of a load is no proof that every
+    // message arrived, so a last one is posted and waited for.
+    std::string logged(const StandardOutputCapture& output);
 
     // Waits until the expression is true in the page.
     bool waitUntil(const std::string& expression);
