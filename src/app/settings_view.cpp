@@ -3,6 +3,7 @@
 #include "library/color.h"
 #include "library/palette.h"
 #include "library/symbols.h"
+#include "model/artifact.h"
 
 #include <gtkmm/button.h>
 #include <gtkmm/cssprovider.h>
@@ -163,9 +164,10 @@ void SettingsView::update() {
     noFolderRow_.set_visible(!folder);
     if (!folder)
         return;
-    folderName_.set_text(folder->filename().string());
-    folderPath_.set_text(folder->string());
-    folderPath_.set_tooltip_text(folder->string());
+    const std::string path = displayName(folder->native());
+    folderName_.set_text(displayName(folder->filename().native()));
+    folderPath_.set_text(path);
+    folderPath_.set_tooltip_text(path);
 }
 
 void SettingsView::setShowClearConfirm(bool show) {

@@ -183,7 +183,7 @@ void SidebarFolderItem::update(const WatchedFolder& folder) {
     setSelectedLook(*this, selected);
     image_.set_from_icon_name(symbolIconName(selected ? "folder.fill" : "folder"));
     label_.set_text(folder_.name);
-    set_tooltip_text(folder_.path());
+    set_tooltip_text(displayName(folder_.path()));
     showBadge(badge_, sidebarBadgeCount(SidebarItem::Kind::folder,
                                         folderArtifactCount(folder_, store_.allArtifacts())));
 }

@@ -55,7 +55,15 @@ ArtifactType detectType(const std::string& url) {
 std::string nameWithoutExtension(const std::string& url) {
     const std::string_view component = lastComponent(url);
     const auto dot = component.find_last_of('.');
-    return std::string{dot == std::string_view::npos ? component : component.substr(0, dot)};
+    return displayName(dot == std::string_view::npos ? component : component.substr(0, dot));
+}
+
+std::string displayName(std::string_view fileName) {
+    const std::string bytes{fileName};
+    gchar* shown = g_filename_display_name(bytes.c_str());
+    std::string text{shown};
+    g_free(shown);
+    return text;
 }
 
 std::optional<Clock::time_point> contentModificationTime(const std::string& url) {

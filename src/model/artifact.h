@@ -45,7 +45,7 @@ ArtifactType detectType(const std::string& url);
 // and hashing use the id alone, so code that needs "the same file" compares paths.
 struct Artifact {
     Uuid id;
-    std::string name; // file name without its last extension
+    std::string name; // file name without its last extension, as UTF-8 for the screen
     std::string url;  // absolute location, exactly as given
     ArtifactType type;
     Clock::time_point modifiedAt;
@@ -67,6 +67,10 @@ std::optional<Clock::time_point> contentModificationTime(const std::string& url)
 
 // The display name: the last path component without its last extension.
 std::string nameWithoutExtension(const std::string& url);
+
+// A file name or path as UTF-8 text for the screen; bytes that are not UTF-8 in the
+// file-name encoding become replacement characters. Never use it to reach the file.
+std::string displayName(std::string_view fileName);
 
 } // namespace kelmo
 

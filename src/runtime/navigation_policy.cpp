@@ -57,8 +57,9 @@ bool NavigationPolicy::isInsideOrigin(std::string_view uri) const {
 
 std::string NavigationPolicy::originOf(std::string_view uri) {
     const std::string text{uri};
+    // Left encoded: a path may hold file-name bytes that are not UTF-8.
     std::unique_ptr<GUri, decltype(&g_uri_unref)> parsed{
-        g_uri_parse(text.c_str(), G_URI_FLAGS_NONE, nullptr), &g_uri_unref};
+        g_uri_parse(text.c_str(), G_URI_FLAGS_ENCODED, nullptr), &g_uri_unref};
     if (!parsed || !g_uri_get_host(parsed.get()) || !*g_uri_get_host(parsed.get()))
         return {};
     std::string origin{g_uri_get_scheme(parsed.get())};

@@ -10,13 +10,19 @@ namespace kelmo {
 std::optional<SchemeRequestUrl> SchemeRequestUrl::parse(std::string_view url) {
     const std::string text{url};
     std::unique_ptr<GUri, decltype(&g_uri_unref)> parsed{
-        g_uri_parse(text.c_str(), G_URI_FLAGS_NONE, nullptr), &g_uri_unref};
+        g_uri_parse(text.c_str(), G_URI_FLAGS_ENCODED_PATH, nullptr), &g_uri_unref};
     if (!parsed)
+        return std::nullopt;
+    // The path is decoded here rather than by the parser, which refuses bytes that are
+    // not UTF-8: file names are bytes. A decoded NUL makes the URL unusable.
+    std::unique_ptr<char, decltype(&g_free)> path{
+        g_uri_unescape_string(g_uri_get_path(parsed.get()), nullptr), &g_free};
+    if (!path)
         return std::nullopt;
     SchemeRequestUrl result;
     if (const char* host = g_uri_get_host(parsed.get()))
         result.host = host;
-    result.path = g_uri_get_path(parsed.get());
+    result.path = path.get();
     if (const char* query = g_uri_get_query(parsed.get()))
         result.query = query;
     return result;

@@ -235,7 +235,7 @@ void ArtifactStore::addFolderInternal(const std::filesystem::path& chosen) {
                     [&url](const WatchedFolder& folder) { return folder.path() == url.native(); });
     if (alreadyWatched)
         return;
-    const std::string name = url.native() == "/" ? "/" : url.filename().native();
+    const std::string name = url.native() == "/" ? "/" : displayName(url.filename().native());
     WatchedFolder folder{Uuid::random(), name, url};
     std::vector<WatchedFolder> folders = watchedFolders_;
     folders.push_back(folder);

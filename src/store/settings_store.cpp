@@ -191,6 +191,18 @@ void SettingsStore::set(std::string_view key, const Glib::VariantBase& value) {
 }
 
 void SettingsStore::setStringArray(std::string_view key, const std::vector<std::string>& strings) {
+    const bool allText = std::all_of(strings.begin(), strings.end(), [](const std::string& text) {
+        return g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr);
+    });
+    if (!allText) {
+        // File names are bytes: those that are not UTF-8 are kept as bytestrings.
+        std::vector<Glib::VariantBase> elements;
+        elements.reserve(strings.size());
+        for (const auto& text : strings)
+            elements.push_back(makeStringVariant(text));
+        set(key, makeArrayVariant(elements));
+        return;
+    }
     std::vector<const gchar*> pointers;
     pointers.reserve(strings.size());
     for (const auto& text : strings)
@@ -211,6 +223,8 @@ void SettingsStore::removeObject(std::string_view key) {
 }
 
 Glib::VariantBase makeStringVariant(const std::string& text) {
+    if (!g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr))
+        return wrap(g_variant_new_bytestring(text.c_str()));
     return wrap(g_variant_new_string(text.c_str()));
 }
 
@@ -266,9 +280,13 @@ dictionaryEntries(const Glib::VariantBase& value) {
 
 std::optional<std::string> stringValue(const Glib::VariantBase& value) {
     const Glib::VariantBase text = unboxed(value);
-    if (!text || !g_variant_is_of_type(raw(text), G_VARIANT_TYPE_STRING))
+    if (!text)
         return std::nullopt;
-    return std::string{g_variant_get_string(raw(text), nullptr)};
+    if (g_variant_is_of_type(raw(text), G_VARIANT_TYPE_STRING))
+        return std::string{g_variant_get_string(raw(text), nullptr)};
+    if (g_variant_is_of_type(raw(text), G_VARIANT_TYPE_BYTESTRING))
+        return std::string{g_variant_get_bytestring(raw(text))};
+    return std::nullopt;
 }
 
 std::optional<std::vector<std::uint8_t>> bytesValue(const Glib::VariantBase& value) {

@@ -27,7 +27,8 @@ public:
     // $XDG_CONFIG_HOME/kelmo/settings
     static std::filesystem::path defaultFile();
 
-    // A list made only of strings ("as", or "av" whose elements are all strings).
+    // A list made only of strings ("as", or "av" whose elements are all strings or
+    // bytestrings: file names that are not UTF-8 are stored as bytes).
     std::optional<std::vector<std::string>> stringArray(std::string_view key) const;
     // Any list (not a dictionary); boxed elements of "av" are unboxed.
     std::optional<std::vector<Glib::VariantBase>> array(std::string_view key) const;
@@ -58,7 +59,8 @@ private:
     sigc::signal<void(const std::string&)> writeFailed_;
 };
 
-// Builders and readers for the GVariant shapes that settings values take.
+// Builders and readers for the GVariant shapes that settings values take. A string
+// that is not UTF-8 (a file name is bytes) is kept as a bytestring, and read back as one.
 Glib::VariantBase makeStringVariant(const std::string& text);
 Glib::VariantBase makeBytesVariant(const std::vector<std::uint8_t>& bytes);
 Glib::VariantBase makeDictionaryVariant(const std::map<std::string, Glib::VariantBase>& entries);

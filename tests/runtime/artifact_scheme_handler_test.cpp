@@ -199,6 +199,7 @@ protected:
         writeFile(root / "style.css", "p{}");
         writeFile(root / "assets" / "my logo.svg", "<svg/>");
         writeFile(root / "data.bin", "bytes");
+        writeFile(root / "caf\xe9.html", "latin-1 name");
         std::filesystem::create_symlink(folder / "secret.txt", root / "escape.txt");
         std::filesystem::create_symlink(root / "style.css", root / "alias.css");
         handler.setRoot(root, "c3d4");
@@ -221,12 +222,15 @@ TEST_F(ArtifactFileSchemeHandlerTest, ServesFilesInTheFolderAndBelowAndNothingOu
     EXPECT_EQ(body("artifact-file://c3d4/assets/my%20logo.svg"), "<svg/>");
     EXPECT_EQ(body("artifact-file://c3d4/./assets//my%20logo.svg"), "<svg/>");
     EXPECT_EQ(body("artifact-file://c3d4/alias.css"), "p{}");
+    EXPECT_EQ(body(ArtifactFileSchemeHandler::urlFor("c3d4", "caf\xe9.html")), "latin-1 name")
+        << "file names are bytes, not necessarily UTF-8";
 
     for (const auto* url :
          {"artifact-file://c3d4/../secret.txt", "artifact-file://c3d4/%2e%2e/secret.txt",
           "artifact-file://c3d4/assets/..%2F..%2Fsecret.txt", "artifact-file://c3d4/escape.txt",
-          "artifact-file://c3d4/", "artifact-file://c3d4/assets",
-          "artifact-file://local/index.html", "artifact-file://c3d4/missing.html"})
+          "artifact-file://c3d4/index.html%00.png", "artifact-file://c3d4/",
+          "artifact-file://c3d4/assets", "artifact-file://local/index.html",
+          "artifact-file://c3d4/missing.html"})
         EXPECT_EQ(body(url), "<failed>") << url;
     // Nothing is served before a root is set, nor once it is cleared.
     EXPECT_EQ(ArtifactFileSchemeHandler{}.resolve("artifact-file://c3d4/index.html"),

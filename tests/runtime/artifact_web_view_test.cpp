@@ -274,7 +274,7 @@ TEST_F(WebViewLoadingTest, FailedLoadsReachTheErrorMessageAndANonUtf8FileKeepsTh
     EXPECT_FALSE(withoutTemplate.loadingReports.back());
 }
 
-TEST_F(WebViewLoadingTest, SpecialFilesHugeSourcesAndStuckPagesEndWithAClearOutcome) {
+TEST_F(WebViewLoadingTest, SpecialFilesOddNamesHugeSourcesAndStuckPagesEndWithAClearOutcome) {
     ASSERT_EQ(::mkfifo((folder / "pipe.jsx").c_str(), 0600), 0);
     ASSERT_TRUE(host.load(folder / "pipe.jsx"));
     EXPECT_EQ(host.errorMessages, std::vector<std::string>{"Could not read file"});
@@ -285,6 +285,13 @@ TEST_F(WebViewLoadingTest, SpecialFilesHugeSourcesAndStuckPagesEndWithAClearOutc
     ASSERT_TRUE(host.load(folder / "huge.jsx"));
     EXPECT_EQ(host.errorMessages,
               std::vector<std::string>{"The file is too large to run (over 10 MB)"});
+
+    // File names are bytes: Latin-1 names load like any other.
+    writeFile(folder / "caf\xe9.html", "<p id='p'>latin</p>");
+    ASSERT_TRUE(host.load(folder / "caf\xe9.html"));
+    EXPECT_TRUE(host.errorMessages.empty());
+    EXPECT_EQ(host.text("#p"), "latin");
+    ASSERT_EQ(run("r\xe9sum\xe9.jsx", "export default () => <p>ok</p>;"), "rendered");
 
     // A page stuck in a script does not hold the next artifact back.
     ASSERT_EQ(run("stuck.jsx", "export default () => <button id='b' onClick={() => { "

@@ -14,6 +14,8 @@ TEST(NavigationPolicyTest, AnHtmlArtifactStaysInItsOriginAndOnlyAClickedWebLinkG
     EXPECT_FALSE(policy.admitsTopFrameResponse("artifact-file://ab/page.html")) << "no load";
     policy.beginLoad("artifact-file://ab/page.html", false);
     EXPECT_TRUE(policy.admitsTopFrameResponse("artifact-file://ab/sub/other.html"));
+    EXPECT_TRUE(policy.admitsTopFrameResponse("artifact-file://ab/caf%E9.html"))
+        << "a Latin-1 file name";
     for (const auto* away : {"artifact-file://cd/page.html", "artifact://ab/", "about:blank",
                              "blob:artifact-file://ab/1"})
         EXPECT_FALSE(policy.admitsTopFrameResponse(away)) << away;

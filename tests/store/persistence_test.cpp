@@ -200,6 +200,30 @@ TEST_F(PersistenceTest, ClearingForgetsFoldersAndTheWholeLibraryButKeepsMarks) {
     EXPECT_EQ(savedSettings().stringArray(settings_keys::recentPaths)->size(), 1u);
 }
 
+TEST_F(PersistenceTest, FileNamesThatAreNotUtf8AreKeptByteForByteAndShownReadably) {
+    // Latin-1 names, as an old archive or a network share gives them.
+    const auto folder = root / "Proj\xe9ts";
+    const auto inFolder = folder / "caf\xe9.jsx";
+    const auto byHand = root / "r\xe9sum\xe9.html";
+    writeFile(inFolder);
+    writeFile(byHand);
+    makeStore();
+    store->addWatchedFolder();
+    panel->answer(folder);
+    store->addArtifact(byHand);
+    store->toggleFavorite(*store->selectedArtifact());
+    EXPECT_EQ(store->selectedArtifact()->name, "r\uFFFDsum\uFFFD");
+    EXPECT_EQ(store->watchedFolders().front().name, "Proj\uFFFDts");
+
+    makeStore();
+    ASSERT_EQ(store->watchedFolders().size(), 1u);
+    EXPECT_EQ(store->watchedFolders().front().path(), folder.native());
+    EXPECT_EQ(store->recentPaths(), std::vector<std::string>{byHand.native()});
+    EXPECT_EQ(store->favoritedPaths().count(byHand.native()), 1u);
+    ASSERT_EQ(store->allArtifacts().size(), 1u);
+    EXPECT_EQ(store->allArtifacts().front().path(), inFolder.native());
+}
+
 Glib::VariantBase parse(const char* text) {
     return Glib::VariantBase{g_variant_parse(nullptr, text, nullptr, nullptr, nullptr)};
 }
