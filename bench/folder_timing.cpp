@@ -1,16 +1,24 @@
 #include "folder_timing.h"
 
+#include "app/sidebar_view.h"
 #include "child_process.h"
+#include "library/library_view.h"
 #include "store/artifact_store.h"
 #include "temporary_folder.h"
 
 #include <algorithm>
+#include <atomic>
 #include <fcntl.h>
 #include <filesystem>
 #include <glibmm/main.h>
+#include <gtkmm/application.h>
+#include <gtkmm/box.h>
+#include <gtkmm/window.h>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <unistd.h>
+#include <unordered_set>
 
 namespace kelmo::bench {
 namespace {
@@ -125,6 +133,133 @@ std::vector<double> watchedFolderAddTimes(int files, int runs) {
         times.push_back(std::chrono::duration<double, std::milli>(seenAt - start).count());
     }
     return times;
+}
+
+std::vector<FolderBurstFigures> folderBurstFigures(int files, int runs) {
+    // gtkmm's wrappers are set up by its application object; gtk_init opens the display.
+    static const auto application =
+        Gtk::Application::create("org.kelmo.Kelmo.Benchmark", Gio::Application::Flags::NON_UNIQUE);
+    gtk_init();
+    constexpr int creates = 1'000;
+    constexpr int renames = 500;
+    constexpr int deletes = 1'000;
+    if (files < 5 * (renames + deletes))
+        throw std::runtime_error{"the folder is too small for the burst"};
+
+    std::vector<FolderBurstFigures> figures;
+    for (int run = 0; run < runs; ++run) {
+        TemporaryFolder root;
+        const auto folder = root.path() / "folder";
+        fillFolder(folder, files);
+        StoreUnderTest underTest{root.path()};
+        underTest.panel->answer = folder;
+        ArtifactStore& store = *underTest.store;
+        store.addWatchedFolder();
+
+        Gtk::Window window;
+        window.set_default_size(1100, 700);
+        Gtk::Box columns;
+        columns.append(*Gtk::make_managed<SidebarView>(store));
+        Gtk::Widget* library = makeLibraryView(store);
+        library->set_hexpand(true);
+        columns.append(*library);
+        window.set_child(columns);
+        window.present();
+        auto context = Glib::MainContext::get_default();
+        const auto shownBy = Clock::now() + std::chrono::seconds{2};
+        while (Clock::now() < shownBy)
+            context->iteration(false);
+
+        // fillFolder's files: ".jsx", ".html", ".tsx", ".png", ".pdf" in turn. Renamed
+        // are the first .jsx files, deleted the first .html files.
+        std::unordered_set<std::string> expected;
+        const auto path = [&folder](const std::string& name) { return (folder / name).string(); };
+        for (int i = 0; i < files; ++i) {
+            static const char* extensions[] = {".jsx", ".html", ".tsx"};
+            if (i % 5 < 3)
+                expected.insert(path("file-" + std::to_string(i) + extensions[i % 5]));
+        }
+        for (int k = 0; k < creates; ++k)
+            expected.insert(path("burst-" + std::to_string(k) + ".jsx"));
+        for (int k = 0; k < renames; ++k) {
+            expected.erase(path("file-" + std::to_string(5 * k) + ".jsx"));
+            expected.insert(path("renamed-" + std::to_string(k) + ".tsx"));
+        }
+        for (int k = 0; k < deletes; ++k)
+            expected.erase(path("file-" + std::to_string(5 * k + 1) + ".html"));
+
+        auto loop = Glib::MainLoop::create();
+        std::atomic<bool> burstDone = false;
+        Clock::time_point lastEvent;
+        std::optional<Clock::time_point> settledAt;
+        int libraryVersion = 0;
+        int checkedVersion = -1;
+        const auto checkSettled = [&] {
+            if (!burstDone || settledAt || checkedVersion == libraryVersion)
+                return;
+            checkedVersion = libraryVersion;
+            const auto& all = store.allArtifacts();
+            const bool right = all.size() == expected.size() &&
+                               std::all_of(all.begin(), all.end(), [&](const Artifact& a) {
+                                   return expected.count(a.url) == 1;
+                               });
+            if (right) {
+                settledAt = Clock::now();
+                // The change that made it right may still be running: stalls are
+                // measured a little longer.
+                Glib::signal_timeout().connect_once([&loop] { loop->quit(); }, 300);
+            }
+        };
+        auto changed = store.signalChanged().connect([&] {
+            ++libraryVersion;
+            checkSettled();
+        });
+        double longestStall = 0;
+        constexpr int tickMilliseconds = 5;
+        auto lastTick = Clock::now();
+        auto ticks = Glib::signal_timeout().connect(
+            [&] {
+                const auto now = Clock::now();
+                longestStall =
+                    std::max(longestStall,
+                             std::chrono::duration<double, std::milli>(now - lastTick).count() -
+                                 tickMilliseconds);
+                lastTick = now;
+                checkSettled();
+                return true;
+            },
+            tickMilliseconds);
+        auto giveUp = Glib::signal_timeout().connect_seconds(
+            [&loop] {
+                loop->quit();
+                return false;
+            },
+            30);
+
+        std::jthread burst{[&] {
+            for (int k = 0; k < creates; ++k)
+                writeFile(folder / ("burst-" + std::to_string(k) + ".jsx"), "<p>new</p>\n");
+            for (int k = 0; k < renames; ++k)
+                std::filesystem::rename(folder / ("file-" + std::to_string(5 * k) + ".jsx"),
+                                        folder / ("renamed-" + std::to_string(k) + ".tsx"));
+            for (int k = 0; k < deletes; ++k)
+                std::filesystem::remove(folder / ("file-" + std::to_string(5 * k + 1) + ".html"));
+            lastEvent = Clock::now();
+            burstDone = true;
+        }};
+        loop->run();
+        burst.join();
+        changed.disconnect();
+        ticks.disconnect();
+        giveUp.disconnect();
+        window.hide();
+        if (!settledAt)
+            throw std::runtime_error{"the library was not right 30 s after the burst"};
+        figures.push_back(
+            {longestStall,
+             std::chrono::duration<double, std::milli>(*settledAt - lastEvent).count()});
+    }
+    return figures;
 }
 
 } // namespace kelmo::bench

@@ -12,4 +12,13 @@ std::vector<double> folderScanTimes(int files, int runs);
 // entries until the store lists it: one figure per run.
 std::vector<double> watchedFolderAddTimes(int files, int runs);
 
+// A burst in a watched folder of `files` entries shown in a window (sidebar and
+// library): 1,000 files created, 500 renamed and 1,000 deleted as fast as the disk
+// takes them, while the main loop ticks every 5 ms.
+struct FolderBurstFigures {
+    double longestStall = 0;          // ms the main loop went without answering, at most
+    double settledAfterLastEvent = 0; // ms from the last file operation to a right library
+};
+std::vector<FolderBurstFigures> folderBurstFigures(int files, int runs);
+
 } // namespace kelmo::bench

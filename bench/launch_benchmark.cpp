@@ -120,6 +120,8 @@ enum RowId {
     scan10k,
     scan50k,
     watchedAdd,
+    burstStall,
+    burstSettled,
     memoryFloor,
     memoryKelmoHtml,
     memoryKelmoJsx,
@@ -158,6 +160,8 @@ std::vector<Row> makeRows() {
     rows[scan10k] = limitRow("scan a folder of 10,000 files");
     rows[scan50k] = limitRow("scan a folder of 50,000 files");
     rows[watchedAdd] = limitRow("new file in a watched folder of 10,000", 100);
+    rows[burstStall] = limitRow("burst in a folder of 10,000: longest stall", 100);
+    rows[burstSettled] = limitRow("burst in a folder of 10,000: right after", 1000);
     rows[memoryFloor] = ratioRow("memory: floor HTML", "MiB");
     rows[memoryKelmoHtml] = ratioRow("memory: Kelmo HTML", "MiB", 1.15);
     rows[memoryKelmoJsx] = ratioRow("memory: Kelmo JSX", "MiB", 1.10);
@@ -503,6 +507,23 @@ int main(int argc, char** argv) {
     inProcess(scan50k, [&] { return folderScanTimes(50'000, options.runs); });
     inProcess(watchedAdd,
               [&] { return watchedFolderAddTimes(10'000, options.runs * reloadsPerRun); });
+    if (shown[burstStall] || shown[burstSettled]) {
+        // One burst gives both figures.
+        std::printf("burst of 2,500 events in a watched folder of 10,000…\n");
+        try {
+            for (const auto& figure : folderBurstFigures(10'000, options.runs)) {
+                rows[burstStall].samples.push_back(figure.longestStall);
+                rows[burstSettled].samples.push_back(figure.settledAfterLastEvent);
+                if (options.verbose)
+                    std::printf("  stall %.1f ms, right %.1f ms after\n", figure.longestStall,
+                                figure.settledAfterLastEvent);
+            }
+        } catch (const std::exception& error) {
+            for (const int id : {burstStall, burstSettled})
+                rows[id].failures.push_back(error.what());
+            std::fprintf(stderr, "burst: %s\n", error.what());
+        }
+    }
 
     printTable(rows, shown);
     for (int id = 0; id < rowCount; ++id) {

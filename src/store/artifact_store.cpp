@@ -45,10 +45,8 @@ ArtifactStore::ArtifactStore(Environment environment)
 ArtifactStore::~ArtifactStore() {
     for (const auto id : observers_)
         environment_.notifications->removeObserver(id);
-    for (auto& [id, watcher] : monitorSources_) {
-        watcher.connection.disconnect();
-        watcher.monitor->cancel();
-    }
+    for (auto& [id, watcher] : monitorSources_)
+        watcher.stop();
 }
 
 void ArtifactStore::setAllArtifacts(std::vector<Artifact> artifacts) {
@@ -275,10 +273,8 @@ void ArtifactStore::removeFolder(const WatchedFolder& removed) {
 }
 
 void ArtifactStore::clearWatchedFolder() {
-    for (auto& [id, watcher] : monitorSources_) {
-        watcher.connection.disconnect();
-        watcher.monitor->cancel();
-    }
+    for (auto& [id, watcher] : monitorSources_)
+        watcher.stop();
     monitorSources_.clear();
     setWatchedFolders({});
     setAllArtifacts({});

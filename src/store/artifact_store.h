@@ -12,6 +12,7 @@
 #include <giomm/filemonitor.h>
 #include <memory>
 #include <optional>
+#include <set>
 #include <sigc++/signal.h>
 #include <string>
 #include <unordered_map>
@@ -104,10 +105,22 @@ private:
     void loadArtifacts(const WatchedFolder& folder);
     void startWatching(const WatchedFolder& folder);
     void stopWatching(const Uuid& folderId);
+    void noteFolderEvent(const Uuid& folderId, const Glib::RefPtr<Gio::File>& file,
+                         const Glib::RefPtr<Gio::File>& otherFile);
+    void applyFolderEvents(const Uuid& folderId);
+    void applyEntryChanges(const WatchedFolder& folder, const std::set<std::string>& names);
 
+    // A folder's monitor, and the events it delivered that wait to be applied: a burst
+    // is applied at once after a short quiet period, as differences by path.
     struct FolderWatcher {
         Glib::RefPtr<Gio::FileMonitor> monitor;
         sigc::connection connection;
+        std::set<std::string> changedNames; // entries created, deleted or renamed
+        bool wholeFolderChanged = false;    // the folder itself went, moved or was unmounted
+        Clock::time_point firstPendingEvent;
+        sigc::connection settleTimer;
+
+        void stop();
     };
 
     Environment environment_;

@@ -8,6 +8,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <giomm/file.h>
+#include <glibmm/main.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -83,10 +84,10 @@ void sortNewestFirst(std::vector<Artifact>& artifacts) {
     });
 }
 
-bool rescansLibrary(Gio::FileMonitor::Event event) {
+bool changesEntries(Gio::FileMonitor::Event event) {
     using Event = Gio::FileMonitor::Event;
-    // Entries appearing, disappearing or being renamed, and the folder itself
-    // going away. Content changes of existing files leave the listing alone.
+    // Entries appearing, disappearing or being renamed (the folder itself among them).
+    // Content changes of existing files leave the listing alone.
     switch (event) {
     case Event::CREATED:
     case Event::DELETED:
@@ -94,7 +95,6 @@ bool rescansLibrary(Gio::FileMonitor::Event event) {
     case Event::RENAMED:
     case Event::MOVED_IN:
     case Event::MOVED_OUT:
-    case Event::UNMOUNTED:
         return true;
     default:
         return false;
@@ -189,12 +189,18 @@ void ArtifactStore::loadArtifacts(const WatchedFolder& folder) {
         setSelectedArtifact(allArtifacts_.front());
 }
 
+void ArtifactStore::FolderWatcher::stop() {
+    connection.disconnect();
+    settleTimer.disconnect();
+    monitor->cancel();
+    changedNames.clear();
+    wholeFolderChanged = false;
+}
+
 void ArtifactStore::stopWatching(const Uuid& folderId) {
     const auto found = monitorSources_.find(folderId);
-    if (found == monitorSources_.end())
-        return;
-    found->second.connection.disconnect();
-    found->second.monitor->cancel();
+    if (found != monitorSources_.end())
+        found->second.stop();
 }
 
 void ArtifactStore::startWatching(const WatchedFolder& folder) {
@@ -217,19 +223,121 @@ void ArtifactStore::startWatching(const WatchedFolder& folder) {
     // The monitor belongs to the store and is cancelled before the store goes away,
     // so the handler never outlives it.
     auto connection = monitor->signal_changed().connect(
-        [this, folderId](const Glib::RefPtr<Gio::File>&, const Glib::RefPtr<Gio::File>&,
-                         Gio::FileMonitor::Event event) {
-            if (!rescansLibrary(event))
-                return;
-            const auto current =
-                std::find_if(watchedFolders_.begin(), watchedFolders_.end(),
-                             [&folderId](const WatchedFolder& f) { return f.id == folderId; });
-            if (current == watchedFolders_.end())
-                return;
-            const WatchedFolder currentFolder = *current; // observers may change the list
-            loadArtifacts(currentFolder);
+        [this, folderId](const Glib::RefPtr<Gio::File>& file,
+                         const Glib::RefPtr<Gio::File>& otherFile, Gio::FileMonitor::Event event) {
+            if (event == Gio::FileMonitor::Event::UNMOUNTED)
+                noteFolderEvent(folderId, {}, {});
+            else if (changesEntries(event))
+                noteFolderEvent(folderId, file, otherFile);
         });
-    monitorSources_.insert_or_assign(folder.id, FolderWatcher{monitor, connection});
+    FolderWatcher watcher;
+    watcher.monitor = monitor;
+    watcher.connection = connection;
+    monitorSources_.insert_or_assign(folder.id, std::move(watcher));
+}
+
+void ArtifactStore::noteFolderEvent(const Uuid& folderId, const Glib::RefPtr<Gio::File>& file,
+                                    const Glib::RefPtr<Gio::File>& otherFile) {
+    const auto watcher = monitorSources_.find(folderId);
+    const auto folder =
+        std::find_if(watchedFolders_.begin(), watchedFolders_.end(),
+                     [&folderId](const WatchedFolder& f) { return f.id == folderId; });
+    if (watcher == monitorSources_.end() || folder == watchedFolders_.end())
+        return;
+    FolderWatcher& pending = watcher->second;
+    const auto entryName = [&folder](const Glib::RefPtr<Gio::File>& changed) {
+        const std::string path = changed ? changed->get_path() : std::string{};
+        if (path.empty() || path == folder->path() ||
+            containingDirectoryPath(path) != folder->path())
+            return std::optional<std::string>{};
+        return std::optional<std::string>{path.substr(path.rfind('/') + 1)};
+    };
+    // An event about anything but a direct entry (the folder itself, or no file at all)
+    // lists the whole folder again. The other file of a move may lie elsewhere.
+    if (const auto name = entryName(file))
+        pending.changedNames.insert(*name);
+    else
+        pending.wholeFolderChanged = true;
+    if (const auto name = entryName(otherFile))
+        pending.changedNames.insert(*name);
+
+    // Applied once events have been quiet for a moment, but never held back for long
+    // while they keep coming.
+    constexpr auto quietPeriod = std::chrono::milliseconds{100};
+    constexpr auto longestWait = std::chrono::milliseconds{500};
+    const auto now = Clock::now();
+    if (!pending.settleTimer.connected())
+        pending.firstPendingEvent = now;
+    else if (now - pending.firstPendingEvent >= longestWait)
+        return;
+    pending.settleTimer.disconnect();
+    pending.settleTimer = Glib::signal_timeout().connect(
+        [this, folderId] {
+            applyFolderEvents(folderId);
+            return false;
+        },
+        static_cast<unsigned>(quietPeriod.count()));
+}
+
+void ArtifactStore::applyFolderEvents(const Uuid& folderId) {
+    const auto watcher = monitorSources_.find(folderId);
+    const auto current =
+        std::find_if(watchedFolders_.begin(), watchedFolders_.end(),
+                     [&folderId](const WatchedFolder& f) { return f.id == folderId; });
+    if (watcher == monitorSources_.end() || current == watchedFolders_.end())
+        return;
+    const WatchedFolder folder = *current; // observers may change the list
+    const std::set<std::string> names = std::exchange(watcher->second.changedNames, {});
+    const bool wholeFolder = std::exchange(watcher->second.wholeFolderChanged, false);
+    if (wholeFolder)
+        loadArtifacts(folder);
+    else
+        applyEntryChanges(folder, names);
+}
+
+// Brings the named entries of the folder up to date: a record whose file is gone, or
+// is no artifact any more, leaves; a record whose file changed is replaced; a new file
+// gets a record. Every other record is kept as it is, with its id.
+void ArtifactStore::applyEntryChanges(const WatchedFolder& folder,
+                                      const std::set<std::string>& names) {
+    const std::string prefix = folder.path() == "/" ? "/" : folder.path() + "/";
+    std::unordered_map<std::string, Clock::time_point> present;
+    std::unordered_set<std::string> affected;
+    for (const auto& name : names) {
+        std::string path = prefix + name;
+        struct stat info {};
+        if (!name.empty() && name.front() != '.' && hasSupportedExtension(name) &&
+            ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode))
+            present.emplace(path, toTimePoint(info.st_mtim));
+        affected.insert(std::move(path));
+    }
+
+    bool changed = false;
+    std::vector<Artifact> library;
+    library.reserve(allArtifacts_.size() + present.size());
+    for (const auto& artifact : allArtifacts_) {
+        if (affected.count(artifact.path()) == 0) {
+            library.push_back(artifact);
+            continue;
+        }
+        const auto found = present.find(artifact.path());
+        if (found != present.end() && found->second == artifact.modifiedAt) {
+            library.push_back(artifact);
+            present.erase(found); // unchanged: nothing to add
+        } else {
+            changed = true;
+        }
+    }
+    for (const auto& [path, modifiedAt] : present) {
+        library.push_back(Artifact::make(path, modifiedAt));
+        changed = true;
+    }
+    if (changed) {
+        sortNewestFirst(library);
+        setAllArtifacts(std::move(library));
+    }
+    if (!selectedArtifact_ && !allArtifacts_.empty())
+        setSelectedArtifact(allArtifacts_.front());
 }
 
 } // namespace kelmo

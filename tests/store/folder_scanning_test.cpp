@@ -59,39 +59,55 @@ TEST_F(FolderScanningTest, ListsAndShowsDirectSupportedVisibleFilesNewestFirst) 
               (std::vector<std::string>{"hand", "a", "link", "b", "PAGE"}));
 }
 
-TEST_F(FolderScanningTest, RescansFollowNewEntriesNotContentAndResortTheWholeLibrary) {
+TEST_F(FolderScanningTest, ABurstOfEventsIsAppliedOnceAsDifferencesAndContentEditsAreIgnored) {
     const auto folder = root / "Projects";
     writeFile(folder / "new.jsx", "", hours{1});
     writeFile(folder / "older.jsx", "", hours{2});
+    writeFile(folder / "kept.html", "", hours{4});
     writeFile(root / "ancient.html", "", hours{100});
     writeFile(root / "fresh.html");
     store->addArtifact(root / "ancient.html");
     store->addArtifact(root / "fresh.html");
-    EXPECT_EQ(libraryNames(), (std::vector<std::string>{"fresh", "ancient"}));
-
     watch(folder);
-    EXPECT_EQ(libraryNames(), (std::vector<std::string>{"fresh", "new", "older", "ancient"}));
-    const auto firstIds = store->artifacts();
+    EXPECT_EQ(libraryNames(),
+              (std::vector<std::string>{"fresh", "new", "older", "kept", "ancient"}));
+    const auto idOf = [this](const std::string& name) {
+        for (const auto& artifact : store->allArtifacts())
+            if (artifact.name == name)
+                return artifact.id;
+        return Uuid{};
+    };
+    const Uuid keptId = idOf("kept");
 
-    writeFile(folder / "x.txt"); // an entry appears: one rescan, same files, new ids
-    ASSERT_TRUE(runMainLoopUntil([&] { return store->allArtifacts()[1].id != firstIds[1].id; }));
-    EXPECT_EQ(libraryNames(), (std::vector<std::string>{"fresh", "new", "older", "ancient"}));
-    EXPECT_EQ(store->allArtifacts()[0].id, firstIds[0].id) << "files outside the folder keep ids";
-
-    // A change of content in place causes no rescan; the entry after it causes one.
-    int rescans = 0;
-    Uuid lastId = store->allArtifacts()[1].id;
+    int libraryChanges = 0;
+    auto shown = store->allArtifacts();
     store->signalChanged().connect([&] {
-        if (store->allArtifacts()[1].id != lastId) {
-            lastId = store->allArtifacts()[1].id;
-            ++rescans;
+        if (store->allArtifacts() != shown) {
+            shown = store->allArtifacts();
+            ++libraryChanges;
         }
     });
-    writeFile(folder / "new.jsx", "changed", hours{1});
-    writeFile(folder / "marker.txt");
-    ASSERT_TRUE(runMainLoopUntil([&] { return rescans > 0; }));
-    testing::drainMainLoop();
-    EXPECT_EQ(rescans, 1);
+    for (int i = 0; i < 30; ++i)
+        writeFile(folder / ("made-" + std::to_string(i) + ".html"), "", hours{3});
+    std::filesystem::rename(folder / "older.jsx", folder / "renamed.tsx");
+    std::filesystem::remove(folder / "new.jsx");
+    writeFile(folder / "notes.txt");
+    ASSERT_TRUE(runMainLoopUntil([&] { return store->allArtifacts().size() == 34; }));
+    EXPECT_EQ(libraryChanges, 1) << "the whole burst is applied at once";
+    EXPECT_EQ(libraryNames()[0], "fresh");
+    EXPECT_EQ(libraryNames()[1], "renamed");
+    EXPECT_EQ(libraryNames()[32], "kept");
+    EXPECT_EQ(idOf("kept"), keptId) << "untouched files keep their records";
+
+    // A change of content in place is no entry event; a file saved by renaming a new
+    // one over it is, and its record follows the new date.
+    const Uuid renamedId = idOf("renamed");
+    writeFile(folder / "renamed.tsx", "edited", hours{200});
+    writeFile(folder / "saved.tmp", "", hours{300});
+    std::filesystem::rename(folder / "saved.tmp", folder / "kept.html");
+    ASSERT_TRUE(runMainLoopUntil([&] { return libraryNames().back() == "kept"; }));
+    EXPECT_EQ(idOf("renamed"), renamedId);
+    EXPECT_NE(idOf("kept"), keptId);
 }
 
 TEST_F(FolderScanningTest, AFolderIsWatchedAndSavedOnceAndRemovingItDropsItsFilesAndSection) {
