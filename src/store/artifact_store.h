@@ -110,14 +110,18 @@ private:
     void applyFolderEvents(const Uuid& folderId);
     void applyEntryChanges(const WatchedFolder& folder, const std::set<std::string>& names);
 
-    // A folder's monitor, and the events it delivered that wait to be applied: a burst
-    // is applied at once after a short quiet period, as differences by path.
+    // A folder's monitor, and the events it delivered that wait to be applied, as
+    // differences by path.
     struct FolderWatcher {
         Glib::RefPtr<Gio::FileMonitor> monitor;
         sigc::connection connection;
         std::set<std::string> changedNames; // entries created, deleted or renamed
         bool wholeFolderChanged = false;    // the folder itself went, moved or was unmounted
         Clock::time_point firstPendingEvent;
+        Clock::time_point lastApplied;
+        std::size_t lastAppliedCount = 0; // entries in the last application
+        bool lastAppliedWhole = false;    // the last application listed the whole folder
+        bool inBurst = false;             // the pending events belong to a burst
         sigc::connection settleTimer;
 
         void stop();

@@ -261,22 +261,32 @@ void ArtifactStore::noteFolderEvent(const Uuid& folderId, const Glib::RefPtr<Gio
     if (const auto name = entryName(otherFile))
         pending.changedNames.insert(*name);
 
-    // Applied once events have been quiet for a moment, but never held back for long
+    // A lone change (a download, a save) is applied in the next turn of the main loop,
+    // with whatever else has arrived by then. Events that closely follow the application
+    // of many are a burst (an archive unpacked, a folder synced): they are applied
+    // together once they have been quiet for a moment, but never held back for long
     // while they keep coming.
+    constexpr auto nextTurn = std::chrono::milliseconds{0};
     constexpr auto quietPeriod = std::chrono::milliseconds{100};
     constexpr auto longestWait = std::chrono::milliseconds{500};
     const auto now = Clock::now();
-    if (!pending.settleTimer.connected())
+    if (pending.settleTimer.connected()) {
+        if (!pending.inBurst || now - pending.firstPendingEvent >= longestWait)
+            return;
+        pending.settleTimer.disconnect();
+    } else {
         pending.firstPendingEvent = now;
-    else if (now - pending.firstPendingEvent >= longestWait)
-        return;
-    pending.settleTimer.disconnect();
+        constexpr std::size_t manyEntries = 8;
+        pending.inBurst = (pending.lastAppliedCount > manyEntries || pending.lastAppliedWhole) &&
+                          now - pending.lastApplied < quietPeriod;
+    }
+    const auto delay = pending.inBurst ? quietPeriod : nextTurn;
     pending.settleTimer = Glib::signal_timeout().connect(
         [this, folderId] {
             applyFolderEvents(folderId);
             return false;
         },
-        static_cast<unsigned>(quietPeriod.count()));
+        static_cast<unsigned>(delay.count()));
 }
 
 void ArtifactStore::applyFolderEvents(const Uuid& folderId) {
@@ -293,6 +303,12 @@ void ArtifactStore::applyFolderEvents(const Uuid& folderId) {
         loadArtifacts(folder);
     else
         applyEntryChanges(folder, names);
+    // Observers may have removed the folder meanwhile.
+    if (const auto still = monitorSources_.find(folderId); still != monitorSources_.end()) {
+        still->second.lastApplied = Clock::now();
+        still->second.lastAppliedCount = names.size();
+        still->second.lastAppliedWhole = wholeFolder;
+    }
 }
 
 // Brings the named entries of the folder up to date: a record whose file is gone, or
