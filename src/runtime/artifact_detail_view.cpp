@@ -6,8 +6,11 @@
 #include "library/type_badge.h"
 #include "runtime/artifact_web_view.h"
 #include "runtime/player_background.h"
+#include "runtime/script_dialog.h"
 
 #include <giomm/simpleactiongroup.h>
+#include <gtkmm/entry.h>
+#include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/separator.h>
 #include <gtkmm/shortcutcontroller.h>
 #include <gtkmm/spinner.h>
@@ -254,6 +257,10 @@ Gtk::Widget& ArtifactDetailView::runArea() {
     webView_->signalErrorMessage().connect(
         [this](const std::string& message) { setErrorMessage(message); });
     webView_->signalPageEnded().connect(sigc::mem_fun(*this, &ArtifactDetailView::showPageEnded));
+    webView_->signalScriptDialogOpened().connect(
+        [this, &area](const std::shared_ptr<ScriptDialog>& dialog) {
+            showScriptDialog(dialog, area);
+        });
     area.set_child(*webView_);
     loadingOverlay_ = &loadingOverlay();
     loadingOverlay_->set_visible(isLoading_);
@@ -347,6 +354,78 @@ Gtk::Widget& ArtifactDetailView::endedOverlay() {
     again.set_action_name("player.reload");
     content.append(again);
     return overlay;
+}
+
+// The page's alert, confirm or prompt: a card over the run area, above the loading
+// layer so that it can be answered while the page loads. The rest of the window stays
+// usable; leaving the artifact closes the dialog.
+void ArtifactDetailView::showScriptDialog(const std::shared_ptr<ScriptDialog>& dialog,
+                                          Gtk::Overlay& area) {
+    auto [layer, card] = centredLayer("script-dialog-layer", 10);
+    card.add_css_class("script-dialog");
+    card.set_size_request(320, -1);
+    auto& title = *Gtk::make_managed<Gtk::Label>(artifact_.name);
+    title.add_css_class("script-dialog-title");
+    title.set_xalign(0);
+    title.set_ellipsize(Pango::EllipsizeMode::END);
+    title.set_max_width_chars(1);
+    title.set_hexpand(true);
+    card.append(title);
+    auto& message = *Gtk::make_managed<Gtk::Label>(dialog->message());
+    message.add_css_class("script-dialog-message");
+    message.set_halign(Gtk::Align::START);
+    message.set_xalign(0);
+    message.set_wrap(true);
+    message.set_wrap_mode(Pango::WrapMode::WORD_CHAR);
+    message.set_max_width_chars(48);
+    message.set_selectable(true);
+    card.append(message);
+
+    Gtk::Entry* field = nullptr;
+    if (dialog->kind() == ScriptDialog::Kind::prompt) {
+        field = Gtk::make_managed<Gtk::Entry>();
+        field->set_text(dialog->defaultText());
+        field->set_activates_default(true);
+        card.append(*field);
+    }
+    auto& buttons = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 8);
+    buttons.set_halign(Gtk::Align::END);
+    if (dialog->kind() != ScriptDialog::Kind::alert) {
+        auto& cancel = *Gtk::make_managed<Gtk::Button>("Cancel");
+        cancel.signal_clicked().connect([dialog] { dialog->cancel(); });
+        buttons.append(cancel);
+    }
+    auto& ok = *Gtk::make_managed<Gtk::Button>("OK");
+    ok.add_css_class("suggested-action");
+    ok.signal_clicked().connect(
+        [dialog, field] { dialog->accept(field ? field->get_text() : ""); });
+    buttons.append(ok);
+    card.append(buttons);
+
+    // Escape cancels, Enter answers OK.
+    auto keys = Gtk::EventControllerKey::create();
+    keys->signal_key_pressed().connect(
+        [dialog, &ok](guint key, guint, Gdk::ModifierType) {
+            if (key == GDK_KEY_Escape) {
+                dialog->cancel();
+                return true;
+            }
+            if (key == GDK_KEY_Return || key == GDK_KEY_KP_Enter) {
+                ok.activate();
+                return true;
+            }
+            return false;
+        },
+        false);
+    layer.add_controller(keys);
+
+    area.add_overlay(layer);
+    dialog->signalClosed().connect(
+        sigc::track_object([&area, &layer] { area.remove_overlay(layer); }, area, layer));
+    if (field)
+        field->grab_focus();
+    else
+        ok.grab_focus();
 }
 
 void ArtifactDetailView::showPageEnded(const std::string& why) {

@@ -10,6 +10,7 @@
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
 #include <gtkmm/overlay.h>
+#include <memory>
 #include <optional>
 #include <sigc++/signal.h>
 #include <string>
@@ -17,6 +18,7 @@
 namespace kelmo {
 
 class ArtifactWebView;
+class ScriptDialog;
 class TypeBadge;
 
 // The player: a toolbar for one artifact (back to the library, its type and name, the
@@ -74,6 +76,7 @@ private:
     Gtk::Widget& deviceFrame(int width);
     Gtk::Widget& loadingOverlay();
     Gtk::Widget& endedOverlay();
+    void showScriptDialog(const std::shared_ptr<ScriptDialog>& dialog, Gtk::Overlay& area);
     void load();
 
     void setIsLoading(bool loading);

@@ -1,5 +1,6 @@
 #include "runtime/artifact_web_view.h"
 
+#include "runtime/artifact_web_context.h"
 #include "runtime/artifact_web_view_coordinator.h"
 #include "runtime/scheme_support.h"
 #include "runtime/web_view_schemes.h"
@@ -58,13 +59,13 @@ ArtifactWebView::ArtifactWebView(ResourceLocator resources, std::filesystem::pat
         GObjectRef<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
     coordinator_->listenTo(contentManager.get());
 
-    webView_ = GObjectRef<WebKitWebView>::retain(WEBKIT_WEB_VIEW(
-        g_object_new(WEBKIT_TYPE_WEB_VIEW, "user-content-manager", contentManager.get(), nullptr)));
+    webView_ = GObjectRef<WebKitWebView>::retain(
+        WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", artifactWebContext(),
+                                     "user-content-manager", contentManager.get(), nullptr)));
     WebKitSettings* settings = webkit_web_view_get_settings(webView_.get());
     // Always on, so a running artifact can be inspected from its context menu.
     webkit_settings_set_enable_developer_extras(settings, TRUE);
 
-    registerArtifactSchemes(webkit_web_view_get_context(webView_.get()));
     attachSchemeHandlers(webView_.get(),
                          {coordinator_->schemeHandler, coordinator_->fileSchemeHandler});
     coordinator_->follow(webView_.get());

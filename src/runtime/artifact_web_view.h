@@ -6,6 +6,7 @@
 #include "runtime/artifact_storage.h"
 #include "runtime/gobject_ref.h"
 #include "runtime/resource_locator.h"
+#include "runtime/script_dialog.h"
 #include "runtime/styles_cache.h"
 
 #include <chrono>
@@ -61,7 +62,15 @@ public:
     // nothing runs any more; the text says why. A new load runs the artifact again.
     sigc::signal<void(const std::string&)>& signalPageEnded() { return pageEnded_; }
 
-    // How long a JSX or TSX page may take before its load fails; 60 seconds by default.
+    // scriptDialogOpened: the page called alert(), confirm() or prompt() and waits for
+    // the answer. The dialog is closed as cancelled when another load begins or the page
+    // ends. Without a slot connected, WebKit draws its own dialog inside the page.
+    sigc::signal<void(std::shared_ptr<ScriptDialog>)>& signalScriptDialogOpened() {
+        return scriptDialogOpened_;
+    }
+
+    // How long a page may take before its load fails; 60 seconds by default. The time
+    // a script dialog stays open does not count.
     void setLoadTimeout(std::chrono::milliseconds timeout);
 
     // Shows a web page that the user clicked in the artifact; the user's browser by default.
@@ -98,6 +107,7 @@ private:
     sigc::signal<void(bool)> isLoadingChanged_;
     sigc::signal<void(const std::string&)> errorMessageChanged_;
     sigc::signal<void(const std::string&)> pageEnded_;
+    sigc::signal<void(std::shared_ptr<ScriptDialog>)> scriptDialogOpened_;
 };
 
 } // namespace kelmo

@@ -98,6 +98,7 @@ std::string consoleLine(std::string_view level, std::string_view message) {
 ArtifactWebView::Coordinator::Coordinator(ArtifactWebView& parent) : parent_{parent} {}
 
 ArtifactWebView::Coordinator::~Coordinator() {
+    closeScriptDialog();
     timeout_.disconnect();
     runAgain_.disconnect();
     if (schemeHandler)
@@ -145,6 +146,7 @@ void ArtifactWebView::Coordinator::follow(WebKitWebView* webView) {
     g_signal_connect(webView, "notify::is-web-process-responsive", G_CALLBACK(onResponsiveness),
                      this);
     g_signal_connect(webView, "decide-policy", G_CALLBACK(onDecidePolicy), this);
+    g_signal_connect(webView, "script-dialog", G_CALLBACK(onScriptDialog), this);
     networkSession_ =
         GObjectRef<WebKitNetworkSession>::retain(webkit_web_view_get_network_session(webView));
     g_signal_connect(networkSession_.get(), "download-started", G_CALLBACK(onDownloadStarted),
@@ -162,6 +164,10 @@ void ArtifactWebView::Coordinator::loadIfNeeded(const Artifact& artifact, const 
 }
 
 void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView* webView) {
+    // The page that asked is leaving: its script goes on as after Cancel, and what it
+    // asks until the new page takes its place is cancelled at once.
+    closeScriptDialog();
+    replacingPage_ = true;
     parent_.setIsLoading(true);
     timeout_.disconnect();
     runAgain_.disconnect();
@@ -287,6 +293,43 @@ void ArtifactWebView::Coordinator::answerWaitingRequests() {
 // WebKit puts no time limit on a request to a custom scheme, so the page load gets
 // one here: when it runs out, the load is stopped and reported as failed, and the web
 // process ends with it, so that a page stuck in a script cannot hold the next load.
+// The page waits for the answer while the view's owner shows the dialog, if it shows
+// them at all; WebKit's own dialog is drawn inside the page otherwise.
+bool ArtifactWebView::Coordinator::showScriptDialog(WebKitScriptDialog* dialog) {
+    // Leaving an artifact is never held up by its page.
+    if (webkit_script_dialog_get_dialog_type(dialog) ==
+        WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM) {
+        webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);
+        return true;
+    }
+    if (parent_.scriptDialogOpened_.empty())
+        return false;
+    // Handled without a reference: WebKit answers as cancelled once this returns.
+    if (replacingPage_)
+        return true;
+    closeScriptDialog();
+    auto opened = std::make_shared<ScriptDialog>(dialog);
+    scriptDialog_ = opened;
+    const bool wasTiming = timeout_.connected();
+    timeout_.disconnect();
+    scriptDialogClosed_ = opened->signalClosed().connect([this, wasTiming] {
+        if (wasTiming && loadPending_ && webView_)
+            startTimeout(webView_.get());
+    });
+    parent_.post([this, opened] {
+        if (opened->isOpen())
+            parent_.scriptDialogOpened_.emit(opened);
+    });
+    return true;
+}
+
+void ArtifactWebView::Coordinator::closeScriptDialog() {
+    if (!scriptDialog_)
+        return;
+    scriptDialogClosed_.disconnect();
+    std::exchange(scriptDialog_, nullptr)->cancel();
+}
+
 void ArtifactWebView::Coordinator::startTimeout(WebKitWebView* webView) {
     timeout_ = Glib::signal_timeout().connect(
         [this, webView] {
@@ -350,6 +393,7 @@ void ArtifactWebView::Coordinator::didChangeResponsiveness() {
 
 // The web process is gone, and with it the page: nothing answers on screen any more.
 void ArtifactWebView::Coordinator::didEnd(WebKitWebProcessTerminationReason reason) {
+    closeScriptDialog();
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API)
         return;
     timeout_.disconnect();
@@ -517,6 +561,8 @@ void ArtifactWebView::Coordinator::onLoadChanged(WebKitWebView*, WebKitLoadEvent
     auto* coordinator = static_cast<Coordinator*>(self);
     if (event == WEBKIT_LOAD_STARTED)
         coordinator->didStartProvisionalNavigation();
+    else if (event == WEBKIT_LOAD_COMMITTED)
+        coordinator->replacingPage_ = false;
     else if (event == WEBKIT_LOAD_FINISHED)
         coordinator->didFinish();
 }
@@ -536,6 +582,11 @@ void ArtifactWebView::Coordinator::onWebProcessTerminated(WebKitWebView*,
 
 void ArtifactWebView::Coordinator::onResponsiveness(WebKitWebView*, GParamSpec*, gpointer self) {
     static_cast<Coordinator*>(self)->didChangeResponsiveness();
+}
+
+gboolean ArtifactWebView::Coordinator::onScriptDialog(WebKitWebView*, WebKitScriptDialog* dialog,
+                                                      gpointer self) {
+    return static_cast<Coordinator*>(self)->showScriptDialog(dialog);
 }
 
 gboolean ArtifactWebView::Coordinator::onDecidePolicy(WebKitWebView*,

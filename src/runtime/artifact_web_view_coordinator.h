@@ -6,6 +6,7 @@
 #include "runtime/artifact_storage.h"
 #include "runtime/artifact_web_view.h"
 #include "runtime/navigation_policy.h"
+#include "runtime/script_dialog.h"
 #include "runtime/styles_cache.h"
 
 #include <chrono>
@@ -86,6 +87,8 @@ private:
     void didReceive(std::string_view channel, JSCValue* body);
     void answerStorageRequest(JSCValue* request, WebKitScriptMessageReply* reply);
     void keepStyles(JSCValue* body);
+    bool showScriptDialog(WebKitScriptDialog* dialog);
+    void closeScriptDialog();
 
     static void onLoadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer self);
     static gboolean onLoadFailed(WebKitWebView*, WebKitLoadEvent, gchar* uri, GError* error,
@@ -95,6 +98,7 @@ private:
                                        gpointer self);
     static gboolean onDecidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
                                    WebKitPolicyDecisionType type, gpointer self);
+    static gboolean onScriptDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpointer self);
     static void onDownloadStarted(WebKitNetworkSession*, WebKitDownload* download, gpointer self);
     static gboolean onDecideDestination(WebKitDownload* download, gchar* suggestedName,
                                         gpointer self);
@@ -125,6 +129,11 @@ private:
     // process because the old one stopped answering.
     bool loadPending_ = false;
     bool restartedLoad_ = false;
+    // The page's alert, confirm or prompt while one is open; a load's time-out waits
+    // while it is.
+    std::shared_ptr<ScriptDialog> scriptDialog_;
+    bool replacingPage_ = false; // from load() until the new page is committed
+    sigc::connection scriptDialogClosed_;
 };
 
 } // namespace kelmo

@@ -39,6 +39,8 @@ install(PROGRAMS ${KELMO_ESBUILD} DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/kelmo)
 
 add_library(kelmo_runtime STATIC
   ${CMAKE_CURRENT_LIST_DIR}/web_view_schemes.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/artifact_web_context.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/script_dialog.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_web_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_web_view_coordinator.cpp
   ${CMAKE_CURRENT_LIST_DIR}/player_background.cpp

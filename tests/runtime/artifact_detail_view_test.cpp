@@ -6,6 +6,7 @@
 
 #include <csignal>
 #include <fstream>
+#include <gtkmm/entry.h>
 #include <sstream>
 #include <unistd.h>
 
@@ -226,6 +227,63 @@ TEST_F(PlayerTest, APageWhoseProcessDiesSaysSoAndReloadRunsItAgain) {
     ASSERT_TRUE(loadAfter([&] { reload.front()->activate(); }));
     EXPECT_FALSE(overlays.front()->get_visible());
     EXPECT_EQ(player->errorMessage(), std::nullopt);
+}
+
+TEST_F(PlayerTest, ThePagesDialogsAreAnsweredOverThePlayerWhileItLoadsAndLeavingClosesThem) {
+    TemporaryDirectory folder;
+    writeFile(folder / "asks.html", R"(<p>asking</p><script>
+        window.answers = [confirm("Keep going?"), prompt("Your name?", "Ada"),
+                          confirm("Really?")];
+        alert("Done");
+      </script>)");
+    const auto asks = Artifact::from(folder / "asks.html");
+    showPlayer(asks);
+    const auto openDialog = [&]() -> Gtk::Widget* {
+        auto cards = findAll<Gtk::Widget>(*player, [](Gtk::Widget& widget) {
+            return widget.has_css_class("script-dialog") && widget.get_mapped();
+        });
+        return cards.size() == 1 ? cards.front() : nullptr;
+    };
+    // Answers the open dialog with the button of this label, typing the text first.
+    const auto answer = [&](const std::string& message, const std::string& button,
+                            std::optional<std::string> typed = std::nullopt) {
+        ASSERT_TRUE(runMainLoopUntil([&] { return openDialog() != nullptr; }, pageDeadline))
+            << message;
+        Gtk::Widget& card = *openDialog();
+        EXPECT_FALSE(findAll<Gtk::Label>(card, [&](Gtk::Label& label) {
+                         return label.get_text().raw() == message;
+                     }).empty());
+        if (typed) {
+            auto fields = findAll<Gtk::Entry>(card);
+            ASSERT_EQ(fields.size(), 1U);
+            EXPECT_EQ(fields.front()->get_text().raw(), "Ada");
+            fields.front()->set_text(*typed);
+        }
+        auto buttons = findAll<Gtk::Button>(
+            card, [&](Gtk::Button& candidate) { return candidate.get_label().raw() == button; });
+        ASSERT_EQ(buttons.size(), 1U);
+        buttons.front()->activate();
+        ASSERT_TRUE(runMainLoopUntil([&] { return openDialog() == nullptr; }));
+    };
+    answer("Keep going?", "OK");
+    EXPECT_TRUE(player->isLoading()) << "the dialog is answered while the page loads";
+    answer("Your name?", "OK", "Grace");
+    answer("Really?", "Cancel");
+    answer("Done", "OK");
+    ASSERT_TRUE(runMainLoopUntil([&] { return !player->isLoading(); }, pageDeadline));
+    EXPECT_EQ(evaluateIn(player->hostedWebView().webView(), "JSON.stringify(window.answers)"),
+              R"([true,"Grace",false])");
+
+    // Moving to another artifact closes an open dialog; the next page runs.
+    player->activate_action("player.reload");
+    ASSERT_TRUE(runMainLoopUntil([&] { return openDialog() != nullptr; }, pageDeadline));
+    player->showArtifact(Artifact::from(examples / "counter.jsx"));
+    EXPECT_EQ(openDialog(), nullptr);
+    ASSERT_TRUE(runMainLoopUntil([&] { return !player->isLoading(); }, pageDeadline));
+    EXPECT_EQ(player->errorMessage(), std::nullopt);
+    EXPECT_EQ(evaluateIn(player->hostedWebView().webView(),
+                         "document.getElementById('count').textContent"),
+              "0");
 }
 
 } // namespace

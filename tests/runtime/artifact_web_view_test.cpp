@@ -11,6 +11,7 @@ namespace {
 
 using ::testing::AllOf;
 using ::testing::HasSubstr;
+using testing::runMainLoopUntil;
 using testing::StandardOutputCapture;
 using testing::TemporaryDirectory;
 using testing::WebViewFixture;
@@ -292,6 +293,16 @@ TEST_F(WebViewLoadingTest, SpecialFilesOddNamesHugeSourcesAndStuckPagesEndWithAC
     EXPECT_TRUE(host.errorMessages.empty());
     EXPECT_EQ(host.text("#p"), "latin");
     ASSERT_EQ(run("r\xe9sum\xe9.jsx", "export default () => <p>ok</p>;"), "rendered");
+
+    // A page that allocates without end has its process ended, and says so.
+    std::vector<std::string> ended;
+    host.view().signalPageEnded().connect([&](const std::string& why) { ended.push_back(why); });
+    writeFile(folder / "hog.html", "<script>const kept = []; setInterval(() => { for (let i = 0; "
+                                   "i < 8; i++) kept.push(new Uint8Array(16 << 20).fill(1)); }, "
+                                   "20);</script>");
+    ASSERT_TRUE(host.load(folder / "hog.html"));
+    ASSERT_TRUE(runMainLoopUntil([&] { return !ended.empty(); }, std::chrono::seconds{30}));
+    EXPECT_EQ(ended, std::vector<std::string>{"The artifact's page ran out of memory"});
 
     // A page stuck in a script does not hold the next artifact back.
     ASSERT_EQ(run("stuck.jsx", "export default () => <button id='b' onClick={() => { "

@@ -46,11 +46,15 @@ bool WebViewFixture::loadEnds() {
 }
 
 std::string WebViewFixture::evaluate(const std::string& script) {
+    return evaluateIn(view_->webView(), script);
+}
+
+std::string evaluateIn(WebKitWebView* webView, const std::string& script) {
     // Shared with the callback, which may come after a deadline that passed first.
     using Answer = std::shared_ptr<std::optional<std::string>>;
     auto answer = std::make_shared<std::optional<std::string>>();
     webkit_web_view_evaluate_javascript(
-        view_->webView(), script.c_str(), -1, nullptr, nullptr, nullptr,
+        webView, script.c_str(), -1, nullptr, nullptr, nullptr,
         [](GObject* source, GAsyncResult* result, gpointer data) {
             std::unique_ptr<Answer> answer{static_cast<Answer*>(data)};
             GError* error = nullptr;

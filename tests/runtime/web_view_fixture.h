@@ -68,6 +68,10 @@ private:
     ArtifactWebView* view_;
 };
 
+// Runs the script in the view's page and answers its value as text, as
+// WebViewFixture::evaluate does.
+std::string evaluateIn(WebKitWebView* webView, const std::string& script);
+
 // Redirects standard output into a temporary file while it lives.
 class StandardOutputCapture {
 public:
