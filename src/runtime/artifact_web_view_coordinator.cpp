@@ -7,7 +7,6 @@
 #include <glib.h>
 #include <glibmm/main.h>
 #include <jsc/jsc.h>
-#include <sys/stat.h>
 #include <utility>
 #include <vector>
 
@@ -193,16 +192,33 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
         return;
     }
 
-    // Only a regular file is read: opening a named pipe would wait for a writer.
-    struct stat info {};
-    const bool regular = ::stat(url.c_str(), &info) == 0 && S_ISREG(info.st_mode);
-    auto code = regular && info.st_size <= largestSource ? readWholeFile(url) : std::nullopt;
-    if (!code || !isValidUtf8(*code)) {
+    // The source is read off the main loop (a slow disk must not freeze the window);
+    // the time-out runs meanwhile, and a read that a newer load overtook is dropped.
+    startTimeout(webView);
+    const unsigned read = ++sourceReads_;
+    SourceFile::readInBackground(
+        url, largestSource,
+        [this, alive = std::weak_ptr<bool>{alive_}, read, artifact](SourceFile source) {
+            if (alive.expired() || read != sourceReads_ || timedOut_)
+                return;
+            runSource(artifact, std::move(source));
+        });
+}
+
+void ArtifactWebView::Coordinator::runSource(const Artifact& artifact, SourceFile source) {
+    WebKitWebView* webView = webView_.get();
+    if (!source.code) {
+        // The page shown before stays, and goes on as it was.
+        timeout_.disconnect();
+        loadPending_ = false;
+        replacingPage_ = false;
         parent_.setIsLoading(false);
-        parent_.setErrorMessage(regular && info.st_size > largestSource ? sourceTooLarge
-                                                                        : couldNotReadFile);
+        parent_.setErrorMessage(source.problem == SourceFile::Problem::tooLarge ? sourceTooLarge
+                                                                                : couldNotReadFile);
         return;
     }
+    auto& code = source.code;
+    const std::string host = originHostFor(artifact.type.url);
     artifact_ = artifact;
     if (fileSchemeHandler)
         fileSchemeHandler->clear();
@@ -219,7 +235,6 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
     }
     beginLoad(page, true);
     webkit_web_view_load_uri(webView, page.c_str());
-    startTimeout(webView);
 }
 
 // Ends everything the player served to the page being replaced: requests still waiting

@@ -7,6 +7,7 @@
 #include "runtime/artifact_web_view.h"
 #include "runtime/navigation_policy.h"
 #include "runtime/script_dialog.h"
+#include "runtime/source_file.h"
 #include "runtime/styles_cache.h"
 
 #include <chrono>
@@ -69,6 +70,7 @@ public:
 
 private:
     void load(const Artifact& artifact, WebKitWebView* webView);
+    void runSource(const Artifact& artifact, SourceFile source);
     void beginLoad(const std::string& pageUrl, bool isPlayer);
     void startTimeout(WebKitWebView* webView);
     void compileOnTheSide(const std::string& code);
@@ -133,6 +135,10 @@ private:
     // while it is.
     std::shared_ptr<ScriptDialog> scriptDialog_;
     bool replacingPage_ = false; // from load() until the new page is committed
+    // Counts the sources read for loads; a read answers only for the latest load, and
+    // only while the coordinator lives.
+    unsigned sourceReads_ = 0;
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
     sigc::connection scriptDialogClosed_;
 };
 
