@@ -105,6 +105,7 @@ private:
     void loadArtifacts(const WatchedFolder& folder);
     void startWatching(const WatchedFolder& folder);
     void stopWatching(const Uuid& folderId);
+    const WatchedFolder* watchedFolder(const Uuid& id) const;
     void noteFolderEvent(const Uuid& folderId, const Glib::RefPtr<Gio::File>& file,
                          const Glib::RefPtr<Gio::File>& otherFile);
     void applyFolderEvents(const Uuid& folderId);

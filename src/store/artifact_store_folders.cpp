@@ -189,6 +189,12 @@ void ArtifactStore::loadArtifacts(const WatchedFolder& folder) {
         setSelectedArtifact(allArtifacts_.front());
 }
 
+const WatchedFolder* ArtifactStore::watchedFolder(const Uuid& id) const {
+    const auto found = std::find_if(watchedFolders_.begin(), watchedFolders_.end(),
+                                    [&id](const WatchedFolder& folder) { return folder.id == id; });
+    return found == watchedFolders_.end() ? nullptr : &*found;
+}
+
 void ArtifactStore::FolderWatcher::stop() {
     connection.disconnect();
     settleTimer.disconnect();
@@ -239,10 +245,8 @@ void ArtifactStore::startWatching(const WatchedFolder& folder) {
 void ArtifactStore::noteFolderEvent(const Uuid& folderId, const Glib::RefPtr<Gio::File>& file,
                                     const Glib::RefPtr<Gio::File>& otherFile) {
     const auto watcher = monitorSources_.find(folderId);
-    const auto folder =
-        std::find_if(watchedFolders_.begin(), watchedFolders_.end(),
-                     [&folderId](const WatchedFolder& f) { return f.id == folderId; });
-    if (watcher == monitorSources_.end() || folder == watchedFolders_.end())
+    const WatchedFolder* folder = watchedFolder(folderId);
+    if (watcher == monitorSources_.end() || !folder)
         return;
     FolderWatcher& pending = watcher->second;
     const auto entryName = [&folder](const Glib::RefPtr<Gio::File>& changed) {
@@ -291,10 +295,8 @@ void ArtifactStore::noteFolderEvent(const Uuid& folderId, const Glib::RefPtr<Gio
 
 void ArtifactStore::applyFolderEvents(const Uuid& folderId) {
     const auto watcher = monitorSources_.find(folderId);
-    const auto current =
-        std::find_if(watchedFolders_.begin(), watchedFolders_.end(),
-                     [&folderId](const WatchedFolder& f) { return f.id == folderId; });
-    if (watcher == monitorSources_.end() || current == watchedFolders_.end())
+    const WatchedFolder* current = watchedFolder(folderId);
+    if (watcher == monitorSources_.end() || !current)
         return;
     const WatchedFolder folder = *current; // observers may change the list
     const std::set<std::string> names = std::exchange(watcher->second.changedNames, {});
