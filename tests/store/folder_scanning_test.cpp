@@ -93,7 +93,9 @@ TEST_F(FolderScanningTest, ABurstOfEventsIsAppliedOnceAsDifferencesAndContentEdi
     std::filesystem::remove(folder / "new.jsx");
     writeFile(folder / "notes.txt");
     ASSERT_TRUE(runMainLoopUntil([&] { return store->allArtifacts().size() == 34; }));
-    EXPECT_LE(libraryChanges, 2) << "the first events at once, the rest together";
+    // Not one per event (33): the first events at once, the rest in few steps as they
+    // arrive from the monitor.
+    EXPECT_LE(libraryChanges, 4);
     EXPECT_EQ(libraryNames()[0], "fresh");
     EXPECT_EQ(libraryNames()[1], "renamed");
     EXPECT_EQ(libraryNames()[32], "kept");
