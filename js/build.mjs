@@ -13,7 +13,7 @@
 // module to an existing one) below, and an entry for its specifier in
 // resources/runtime-modules.js.
 import * as esbuild from "esbuild";
-import { mkdirSync, readdirSync, writeFileSync } from "node:fs";
+import { existsSync, mkdirSync, readFileSync, readdirSync, rmSync, writeFileSync } from "node:fs";
 import path from "node:path";
 import { fileURLToPath, pathToFileURL } from "node:url";
 
@@ -59,22 +59,57 @@ export const bundles = {
   },
   "lib-uuid.js": { modules: { uuid: "uuid" } },
   "kelmo-tailwind.js": { modules: { "kelmo:tailwind": "./tailwind.js" } },
-  "kelmo-ui.js": { modules: uiModules(), borrows: [] },
+  "kelmo-ui.js": { modules: uiModules().shared },
+  ...uiModules().own,
 };
 
+// Every component of js/ui (a .jsx file each; the .js files there are their shared
+// parts) and every hook of js/hooks, under the paths shadcn/ui projects import them by.
+// Most share kelmo-ui.js. A component whose first line is `// kelmo: own bundle` (one
+// built on a large package of its own, such as a date picker) gets kelmo-ui-<name>.js,
+// which borrows `cn` and the other components it uses from kelmo-ui.js; the page
+// lists those components too (resources/runtime-modules.js, ownBundles).
 function uiModules() {
-  const names = [
-    "accordion", "alert", "alert-dialog", "aspect-ratio", "avatar", "badge", "button",
-    "card", "checkbox", "collapsible", "dialog", "dropdown-menu", "hover-card", "input",
-    "label", "popover", "progress", "radio-group", "scroll-area", "select", "separator",
-    "sheet", "skeleton", "slider", "switch", "table", "tabs", "textarea", "toggle",
-    "toggle-group", "tooltip",
-  ];
-  const modules = { "@/lib/utils": "./lib/utils.js" };
-  for (const name of names)
-    modules[`@/components/ui/${name}`] = `./ui/${name}.jsx`;
-  return modules;
+  const shared = { "@/lib/utils": "./lib/utils.js" };
+  const own = {};
+  const filesIn = (folder, extension) =>
+    existsSync(path.join(here, folder))
+      ? readdirSync(path.join(here, folder)).filter((file) => file.endsWith(extension)).sort()
+      : [];
+  for (const file of filesIn("ui", ".jsx")) {
+    const name = file.slice(0, -".jsx".length);
+    const specifier = `@/components/ui/${name}`;
+    const firstLine = readFileSync(path.join(here, "ui", file), "utf8").split("\n", 1)[0];
+    if (firstLine.trim() === "// kelmo: own bundle")
+      own[`kelmo-ui-${name}.js`] = { modules: { [specifier]: `./ui/${file}` } };
+    else
+      shared[specifier] = `./ui/${file}`;
+  }
+  for (const file of filesIn("hooks", ".js"))
+    shared[`@/hooks/${file.slice(0, -".js".length)}`] = `./hooks/${file}`;
+  return { shared, own };
 }
+
+// In a bundle of its own, a component's imports of `cn` and of other components are
+// the ones kelmo-ui.js registered, so that there is one copy of each.
+const borrowedUiParts = {
+  name: "kelmo-borrowed-ui",
+  setup(build) {
+    build.onResolve({ filter: /^\.\.?\// }, (args) => {
+      if (path.dirname(args.importer) !== path.join(here, "ui") || !args.importer.endsWith(".jsx"))
+        return undefined;
+      const firstLine = readFileSync(args.importer, "utf8").split("\n", 1)[0];
+      if (firstLine.trim() !== "// kelmo: own bundle")
+        return undefined;
+      if (/^\.\.\/lib\/utils(\.js)?$/.test(args.path))
+        return { path: "@/lib/utils", namespace: "kelmo-borrowed" };
+      const component = /^\.\/([\w-]+)\.jsx$/.exec(args.path);
+      if (component)
+        return { path: `@/components/ui/${component[1]}`, namespace: "kelmo-borrowed" };
+      return undefined;
+    });
+  },
+};
 
 // The page's own React, for every bundle. The automatic JSX runtime is built over
 // createElement, as React's browser build ships none.
@@ -196,7 +231,7 @@ async function buildBundle(file, { modules, borrows = [], entry, define }, outpu
     nodePaths: [path.join(root, "node_modules")],
     legalComments: "none",
     logLevel: "warning",
-    plugins: [globalsPlugin(borrows), lucideInternals],
+    plugins: [globalsPlugin(borrows), lucideInternals, borrowedUiParts],
     outfile: path.join(outputFolder, file),
   });
 }
@@ -204,12 +239,17 @@ async function buildBundle(file, { modules, borrows = [], entry, define }, outpu
 async function main() {
   const outputFolder = path.resolve(process.argv[2] || path.join(root, "build", "bundles"));
   mkdirSync(outputFolder, { recursive: true });
+  // Bundles of an earlier build that this one no longer makes would be installed too.
+  for (const file of readdirSync(outputFolder))
+    if (/^(lib-|kelmo-).*\.js$/.test(file) && !(file in bundles))
+      rmSync(path.join(outputFolder, file));
   const started = Date.now();
   await Promise.all([
     ...Object.entries(bundles).map(([file, bundle]) => buildBundle(file, bundle, outputFolder)),
     writeLucideIcons(outputFolder),
   ]);
-  
+  // What the build system waits for: every bundle is written once this is.
+  writeFileSync(path.join(outputFolder, "bundles.stamp"), Object.keys(bundles).join("\n") + "\n");
   console.log(`Bundled ${Object.keys(bundles).length} files in ${Date.now() - started} ms`);
 }
 

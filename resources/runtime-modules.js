@@ -152,18 +152,28 @@
     };
   }
 
-  // The shadcn/ui-style components (js/ui), all in one bundle.
-  const uiComponents = [
-    "accordion", "alert", "alert-dialog", "aspect-ratio", "avatar", "badge", "button",
-    "card", "checkbox", "collapsible", "dialog", "dropdown-menu", "hover-card", "input",
-    "label", "popover", "progress", "radio-group", "scroll-area", "select", "separator",
-    "sheet", "skeleton", "slider", "switch", "table", "tabs", "textarea", "toggle",
-    "toggle-group", "tooltip",
-  ];
-  for (const name of uiComponents) {
-    modules[`@/components/ui/${name}`] = {
-      files: [...reactDom, "kelmo-ui.js"],
-      exports: bundled(`@/components/ui/${name}`),
+  // A shadcn/ui-style component or hook (js/ui, js/hooks). They share one bundle, which
+  // is loaded to tell whether it has the one asked for; the components built on large
+  // packages of their own come in a bundle each, after it (js/build.mjs).
+  const ownBundles = [];
+  function uiEntry(path) {
+    const specifier = `@/${path}`;
+    const name = path.slice(path.lastIndexOf("/") + 1);
+    return {
+      files: [...reactDom, "kelmo-ui.js",
+        ...(path.startsWith("components/") && ownBundles.includes(name) ? [`kelmo-ui-${name}.js`] : [])],
+      exports: () => {
+        const libraries = window.kelmoLibraries || {};
+        if (!libraries[specifier]) {
+          const kind = path.startsWith("hooks/") ? "hooks/" : "components/ui/";
+          const offered = Object.keys(libraries)
+            .filter((name) => name.startsWith(`@/${kind}`))
+            .map((name) => name.slice(`@/${kind}`.length));
+          throw new Error(`Cannot resolve import "${specifier}": Kelmo has no ` +
+            `@/${kind}${path.slice(kind.length)}. It has @/${kind}{${offered.join(",")}}.`);
+        }
+        return namespaceOf(libraries[specifier]);
+      },
       hidden: true,
     };
   }
@@ -201,13 +211,14 @@
     if (Object.prototype.hasOwnProperty.call(modules, specifier))
       return modules[specifier];
     let entry;
-    const ui = /^(?:@\/|~\/|(?:\.{1,2}\/)+|\/)?(?:src\/)?(components\/ui\/[\w-]+|lib\/utils)(?:\.[jt]sx?)?$/
-      .exec(specifier);
+    const ui =
+      /^(?:@\/|~\/|(?:\.{1,2}\/)+|\/)?(?:src\/)?(components\/ui\/[\w-]+|hooks\/[\w-]+|lib\/utils)(?:\.[jt]sx?)?$/
+        .exec(specifier);
     const three = /^three\/(?:examples\/jsm|addons)\/(.+?)(?:\.js)?$/.exec(specifier);
     if (/\.(?:css|scss|sass|less)(?:\?.*)?$/i.test(specifier)) {
       entry = stylesheet;
-    } else if (ui && modules[`@/${ui[1]}`]) {
-      entry = modules[`@/${ui[1]}`];
+    } else if (ui) {
+      entry = modules[`@/${ui[1]}`] || (modules[`@/${ui[1]}`] = uiEntry(ui[1]));
     } else if (three && modules[`three/addons/${three[1]}.js`]) {
       entry = modules[`three/addons/${three[1]}.js`];
     } else {
@@ -250,7 +261,7 @@
   // What an artifact may import, for the message about an unknown import.
   function listing() {
     const names = Object.keys(modules).filter((name) => !modules[name].hidden);
-    return [...names, "@/components/ui/{" + uiComponents.join(",") + "}"];
+    return [...names, "@/components/ui/*", "@/hooks/*"];
   }
 
   window.kelmoModules = modules;

@@ -24,7 +24,8 @@ cmake --install "$build_dir" --prefix "$prefix" >/dev/null
 
 for file in bin/kelmo libexec/kelmo/esbuild share/kelmo/resources/runtime.html share/kelmo/resources/runtime.js \
     share/kelmo/resources/react.production.min.js share/kelmo/resources/babel.min.js \
-    share/kelmo/resources/style.css share/applications/org.kelmo.Kelmo.desktop \
+    share/kelmo/resources/style.css share/kelmo/resources/kelmo-ui.js share/kelmo/resources/lib-recharts.js \
+    share/kelmo/resources/lucide-icons.js share/applications/org.kelmo.Kelmo.desktop \
     share/metainfo/org.kelmo.Kelmo.metainfo.xml share/mime/packages/org.kelmo.Kelmo.xml \
     share/icons/hicolor/scalable/apps/org.kelmo.Kelmo.svg; do
   [ -e "$prefix/$file" ] || { echo "missing after install: $file"; exit 1; }
