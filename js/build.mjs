@@ -67,8 +67,10 @@ export const bundles = {
 // parts) and every hook of js/hooks, under the paths shadcn/ui projects import them by.
 // Most share kelmo-ui.js. A component whose first line is `// kelmo: own bundle` (one
 // built on a large package of its own, such as a date picker) gets kelmo-ui-<name>.js,
-// which borrows `cn` and the other components it uses from kelmo-ui.js; the page
-// lists those components too (resources/runtime-modules.js, ownBundles).
+// which borrows `cn` and the other components it uses from kelmo-ui.js, and the
+// libraries of other bundles named after "borrows" (`// kelmo: own bundle, borrows
+// recharts`); the page lists those components too (resources/runtime-modules.js,
+// ownBundles).
 function uiModules() {
   const shared = { "@/lib/utils": "./lib/utils.js" };
   const own = {};
@@ -79,15 +81,21 @@ function uiModules() {
   for (const file of filesIn("ui", ".jsx")) {
     const name = file.slice(0, -".jsx".length);
     const specifier = `@/components/ui/${name}`;
-    const firstLine = readFileSync(path.join(here, "ui", file), "utf8").split("\n", 1)[0];
-    if (firstLine.trim() === "// kelmo: own bundle")
-      own[`kelmo-ui-${name}.js`] = { modules: { [specifier]: `./ui/${file}` } };
+    const marker = ownBundleMarker(path.join(here, "ui", file));
+    if (marker)
+      own[`kelmo-ui-${name}.js`] = { modules: { [specifier]: `./ui/${file}` }, borrows: marker.borrows };
     else
       shared[specifier] = `./ui/${file}`;
   }
   for (const file of filesIn("hooks", ".js"))
     shared[`@/hooks/${file.slice(0, -".js".length)}`] = `./hooks/${file}`;
   return { shared, own };
+}
+
+function ownBundleMarker(file) {
+  const firstLine = readFileSync(file, "utf8").split("\n", 1)[0].trim();
+  const marker = /^\/\/ kelmo: own bundle(?:, borrows (.+))?$/.exec(firstLine);
+  return marker ? { borrows: marker[1] ? marker[1].trim().split(/\s+/) : [] } : undefined;
 }
 
 // In a bundle of its own, a component's imports of `cn` and of other components are
@@ -98,8 +106,7 @@ const borrowedUiParts = {
     build.onResolve({ filter: /^\.\.?\// }, (args) => {
       if (path.dirname(args.importer) !== path.join(here, "ui") || !args.importer.endsWith(".jsx"))
         return undefined;
-      const firstLine = readFileSync(args.importer, "utf8").split("\n", 1)[0];
-      if (firstLine.trim() !== "// kelmo: own bundle")
+      if (!ownBundleMarker(args.importer))
         return undefined;
       if (/^\.\.\/lib\/utils(\.js)?$/.test(args.path))
         return { path: "@/lib/utils", namespace: "kelmo-borrowed" };
@@ -134,7 +141,7 @@ function globalsPlugin(borrows) {
   return {
     name: "kelmo-globals",
     setup(build) {
-      build.onResolve({ filter: /^(react|react-dom|three)(\/.*)?$/ }, (args) => {
+      build.onResolve({ filter: /^[^./]/ }, (args) => {
         if (pageGlobals[args.path] !== undefined)
           return { path: args.path, namespace: "kelmo-global" };
         if (borrows.includes(args.path))

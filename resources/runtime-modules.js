@@ -155,13 +155,14 @@
   // A shadcn/ui-style component or hook (js/ui, js/hooks). They share one bundle, which
   // is loaded to tell whether it has the one asked for; the components built on large
   // packages of their own come in a bundle each, after it (js/build.mjs).
-  const ownBundles = [];
+  // Component name -> the other bundles its own borrows from.
+  const ownBundles = {};
   function uiEntry(path) {
     const specifier = `@/${path}`;
     const name = path.slice(path.lastIndexOf("/") + 1);
+    const own = path.startsWith("components/") && Object.prototype.hasOwnProperty.call(ownBundles, name);
     return {
-      files: [...reactDom, "kelmo-ui.js",
-        ...(path.startsWith("components/") && ownBundles.includes(name) ? [`kelmo-ui-${name}.js`] : [])],
+      files: [...reactDom, "kelmo-ui.js", ...(own ? [...ownBundles[name], `kelmo-ui-${name}.js`] : [])],
       exports: () => {
         const libraries = window.kelmoLibraries || {};
         if (!libraries[specifier]) {
