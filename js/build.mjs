@@ -13,7 +13,7 @@
 // module to an existing one) below, and an entry for its specifier in
 // resources/runtime-modules.js.
 import * as esbuild from "esbuild";
-import { existsSync, mkdirSync, readFileSync, readdirSync, rmSync, writeFileSync } from "node:fs";
+import { copyFileSync, existsSync, mkdirSync, readFileSync, readdirSync, rmSync, writeFileSync } from "node:fs";
 import path from "node:path";
 import { fileURLToPath, pathToFileURL } from "node:url";
 
@@ -58,10 +58,96 @@ export const bundles = {
     },
   },
   "lib-uuid.js": { modules: { uuid: "uuid" } },
+  // Drag and drop.
+  "lib-dnd-kit.js": {
+    modules: {
+      "@dnd-kit/core": "@dnd-kit/core",
+      "@dnd-kit/sortable": "@dnd-kit/sortable",
+      "@dnd-kit/utilities": "@dnd-kit/utilities",
+    },
+  },
+  "lib-hello-pangea-dnd.js": { modules: { "@hello-pangea/dnd": "@hello-pangea/dnd" } },
+  "lib-react-dnd.js": {
+    modules: { "react-dnd": "react-dnd", "react-dnd-html5-backend": "react-dnd-html5-backend" },
+  },
+  // Dates.
+  "lib-date-fns.js": { modules: { "date-fns": "date-fns" } },
+  "lib-dayjs.js": { modules: dayjsModules() },
+  "lib-day-picker.js": { modules: { "react-day-picker": "react-day-picker" } },
+  // Markdown and code.
+  "lib-react-markdown.js": {
+    modules: { "react-markdown": "react-markdown", "remark-gfm": "remark-gfm" },
+  },
+  "lib-marked.js": { modules: { marked: "marked" } },
+  "lib-prism.js": { entry: "./prism.js" },
+  // State, routing, forms.
+  "lib-state.js": {
+    modules: {
+      zustand: "zustand",
+      "zustand/middleware": "zustand/middleware",
+      "zustand/shallow": "zustand/shallow",
+      jotai: "jotai",
+      "jotai/utils": "jotai/utils",
+      immer: "immer",
+    },
+  },
+  "lib-router.js": { modules: { "react-router-dom": "react-router-dom" } },
+  "lib-forms.js": {
+    modules: {
+      "react-hook-form": "react-hook-form",
+      "@hookform/resolvers/zod": "@hookform/resolvers/zod",
+      "@hookform/resolvers/yup": "@hookform/resolvers/yup",
+    },
+    borrows: ["zod", "yup"],
+  },
+  "lib-zod.js": { modules: { zod: "zod" } },
+  "lib-yup.js": { modules: { yup: "yup" } },
+  // Animation, confetti, toasts.
+  "lib-react-spring.js": { modules: { "@react-spring/web": "@react-spring/web" } },
+  "lib-confetti.js": {
+    modules: { "canvas-confetti": "canvas-confetti", "react-confetti": "react-confetti" },
+  },
+  "lib-sonner.js": { modules: { sonner: "sonner" } },
+  // Export to PDF and pictures.
+  "lib-jspdf.js": { modules: { jspdf: "jspdf" } },
+  "lib-html2canvas.js": { modules: { html2canvas: "html2canvas" } },
+  "lib-html-to-image.js": { modules: { "html-to-image": "html-to-image" } },
+  // Icon sets beside lucide-react, a bundle per set.
+  ...iconSetBundles(),
   "kelmo-tailwind.js": { modules: { "kelmo:tailwind": "./tailwind.js" } },
   "kelmo-ui.js": { modules: uiModules().shared },
   ...uiModules().own,
 };
+
+// dayjs and the plugins artifacts extend it with.
+function dayjsModules() {
+  const modules = { dayjs: "dayjs" };
+  const plugins = [
+    "advancedFormat", "customParseFormat", "duration", "isBetween", "isSameOrAfter",
+    "isSameOrBefore", "isToday", "isoWeek", "localizedFormat", "relativeTime", "timezone",
+    "utc", "weekOfYear", "weekday",
+  ];
+  for (const plugin of plugins)
+    modules[`dayjs/plugin/${plugin}`] = `dayjs/plugin/${plugin}.js`;
+  return modules;
+}
+// react-icons: every set but the three largest (game, Phosphor and Line Awesome icons,
+// 4–5 MB each), and Heroicons by size and style.
+function iconSetBundles() {
+  const reactIconSets = [
+    "ai", "bi", "bs", "cg", "ci", "di", "fa", "fa6", "fc", "fi", "go", "gr", "hi", "hi2", "im",
+    "io", "io5", "lu", "md", "ri", "rx", "si", "sl", "tb", "tfi", "ti", "vsc", "wi",
+  ];
+  const heroiconSets = ["24/outline", "24/solid", "20/solid", "16/solid"];
+  const bundles = {};
+  for (const set of reactIconSets)
+    bundles[`lib-react-icons-${set}.js`] = { modules: { [`react-icons/${set}`]: `react-icons/${set}` } };
+  for (const set of heroiconSets)
+    bundles[`lib-heroicons-${set.replace("/", "-")}.js`] = {
+      modules: { [`@heroicons/react/${set}`]: `@heroicons/react/${set}` },
+    };
+  return bundles;
+}
 
 // Every component of js/ui (a .jsx file each; the .js files there are their shared
 // parts) and every hook of js/hooks, under the paths shadcn/ui projects import them by.
@@ -243,18 +329,58 @@ async function buildBundle(file, { modules, borrows = [], entry, define }, outpu
   });
 }
 
+// The stylesheets of the packages artifacts may import, flat beside the bundles as
+// "css~<package>~<path>" (every "/" a "~"), also under the subpaths a package's
+// "exports" gives them ("react-day-picker/style.css"). The page links the one an
+// artifact imports.
+// The stylesheet an "exports" target names, through its nested conditions.
+function cssTarget(target) {
+  if (typeof target === "string")
+    return target.endsWith(".css") ? target : undefined;
+  for (const value of Object.values(target && typeof target === "object" ? target : {}))
+    if (cssTarget(value))
+      return cssTarget(value);
+  return undefined;
+}
+
+function writeStylesheets(outputFolder) {
+  const packages = Object.keys(JSON.parse(readFileSync(path.join(root, "package.json"), "utf8")).dependencies);
+  const flat = (specifier) => "css~" + specifier.split("/").join("~");
+  for (const name of packages) {
+    const folder = path.join(root, "node_modules", name);
+    const walk = (relative) => {
+      for (const entry of readdirSync(path.join(folder, relative), { withFileTypes: true })) {
+        const inner = path.posix.join(relative, entry.name);
+        if (entry.isDirectory() && entry.name !== "node_modules")
+          walk(inner);
+        else if (entry.isFile() && entry.name.endsWith(".css")) {
+          copyFileSync(path.join(folder, inner), path.join(outputFolder, flat(`${name}/${inner}`)));
+        }
+      }
+    };
+    walk("");
+    const { exports } = JSON.parse(readFileSync(path.join(folder, "package.json"), "utf8"));
+    for (const [subpath, target] of Object.entries(exports && typeof exports === "object" ? exports : {})) {
+      const file = cssTarget(target);
+      if (subpath.endsWith(".css") && typeof file === "string" && existsSync(path.join(folder, file)))
+        copyFileSync(path.join(folder, file), path.join(outputFolder, flat(path.posix.join(name, subpath))));
+    }
+  }
+}
+
 async function main() {
   const outputFolder = path.resolve(process.argv[2] || path.join(root, "build", "bundles"));
   mkdirSync(outputFolder, { recursive: true });
   // Bundles of an earlier build that this one no longer makes would be installed too.
   for (const file of readdirSync(outputFolder))
-    if (/^(lib-|kelmo-).*\.js$/.test(file) && !(file in bundles))
+    if ((/^(lib-|kelmo-).*\.js$/.test(file) && !(file in bundles)) || file.startsWith("css~"))
       rmSync(path.join(outputFolder, file));
   const started = Date.now();
   await Promise.all([
     ...Object.entries(bundles).map(([file, bundle]) => buildBundle(file, bundle, outputFolder)),
     writeLucideIcons(outputFolder),
   ]);
+  writeStylesheets(outputFolder);
   // What the build system waits for: every bundle is written once this is.
   writeFileSync(path.join(outputFolder, "bundles.stamp"), Object.keys(bundles).join("\n") + "\n");
   console.log(`Bundled ${Object.keys(bundles).length} files in ${Date.now() - started} ms`);

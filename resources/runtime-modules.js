@@ -141,6 +141,47 @@
     "@/lib/utils": { files: [...reactDom, "kelmo-ui.js"], exports: bundled("@/lib/utils") },
   };
 
+  // Libraries bundled by groups (js/build.mjs): each specifier answers its namespace
+  // once the group's files, and those they borrow from, have run.
+  function offer(files, specifiers, options = {}) {
+    for (const specifier of specifiers)
+      modules[specifier] = { files, exports: bundled(specifier), ...options };
+  }
+  offer([...reactDom, "lib-dnd-kit.js"], ["@dnd-kit/core", "@dnd-kit/sortable", "@dnd-kit/utilities"]);
+  offer([...reactDom, "lib-hello-pangea-dnd.js"], ["@hello-pangea/dnd"]);
+  offer([...reactDom, "lib-react-dnd.js"], ["react-dnd", "react-dnd-html5-backend"]);
+  offer(["lib-date-fns.js"], ["date-fns"], { subpaths: true });
+  offer(["lib-dayjs.js"], ["dayjs"]);
+  offer(["lib-dayjs.js"], [
+    "advancedFormat", "customParseFormat", "duration", "isBetween", "isSameOrAfter",
+    "isSameOrBefore", "isToday", "isoWeek", "localizedFormat", "relativeTime", "timezone",
+    "utc", "weekOfYear", "weekday",
+  ].map((plugin) => `dayjs/plugin/${plugin}`), { hidden: true });
+  offer([...reactDom, "lib-day-picker.js"], ["react-day-picker"]);
+  offer([...react, "lib-react-markdown.js"], ["react-markdown", "remark-gfm"]);
+  offer(["lib-marked.js"], ["marked"]);
+  offer(["lib-prism.js"], ["prismjs"]);
+  offer([...react, "lib-state.js"], ["zustand", "jotai", "immer"]);
+  offer([...react, "lib-state.js"], ["zustand/middleware", "zustand/shallow", "jotai/utils"],
+    { hidden: true });
+  offer([...reactDom, "lib-router.js"], ["react-router-dom"]);
+  offer(["lib-zod.js"], ["zod"]);
+  offer(["lib-yup.js"], ["yup"]);
+  offer([...react, "lib-zod.js", "lib-yup.js", "lib-forms.js"],
+    ["react-hook-form", "@hookform/resolvers/zod", "@hookform/resolvers/yup"]);
+  offer([...reactDom, "lib-react-spring.js"], ["@react-spring/web"]);
+  offer([...reactDom, "lib-confetti.js"], ["canvas-confetti", "react-confetti"]);
+  offer([...reactDom, "lib-sonner.js"], ["sonner"]);
+  offer(["lib-jspdf.js"], ["jspdf"]);
+  offer(["lib-html2canvas.js"], ["html2canvas"]);
+  offer(["lib-html-to-image.js"], ["html-to-image"]);
+  for (const set of ["ai", "bi", "bs", "cg", "ci", "di", "fa", "fa6", "fc", "fi", "go", "gr",
+    "hi", "hi2", "im", "io", "io5", "lu", "md", "ri", "rx", "si", "sl", "tb", "tfi", "ti", "vsc", "wi"])
+    offer([...react, `lib-react-icons-${set}.js`], [`react-icons/${set}`], { hidden: set !== "fa" });
+  for (const set of ["24/outline", "24/solid", "20/solid", "16/solid"])
+    offer([...react, `lib-heroicons-${set.replace("/", "-")}.js`], [`@heroicons/react/${set}`],
+      { hidden: set !== "24/outline" });
+
   const threeAddons = [
     "controls/OrbitControls.js", "controls/TrackballControls.js", "geometries/RoundedBoxGeometry.js",
   ];
@@ -189,6 +230,11 @@
     "motion/react": "framer-motion",
     "chart.js/auto/auto.js": "chart.js/auto",
     "uuidv4": "uuid",
+    "react-beautiful-dnd": "@hello-pangea/dnd",
+    "react-router": "react-router-dom",
+    "zod/v4": "zod",
+    "@heroicons/react/outline": "@heroicons/react/24/outline",
+    "@heroicons/react/solid": "@heroicons/react/24/solid",
   };
   const d3Parts = [
     "array", "axis", "brush", "chord", "color", "contour", "delaunay", "dispatch", "drag",
@@ -201,10 +247,34 @@
   for (const [alias, target] of Object.entries(aliases))
     modules[alias] = { ...modules[target], hidden: true };
 
-  // The stylesheet of a package (katex/dist/katex.min.css) or of the artifact's
-  // own project (./App.css): the page has none of those files, and Tailwind styles
-  // the artifact, so the import is accepted and adds nothing.
-  const stylesheet = { files: [], exports: () => ({ __esModule: true, default: {} }), hidden: true };
+  // The stylesheet of a package (react-day-picker/style.css): applied when Kelmo ships
+  // it (js/build.mjs copies the stylesheets of the packages it bundles, named
+  // "css~<path with ~ for />"), and otherwise ignored with a warning, as is one of the
+  // artifact's own project (./App.css), which the page does not have.
+  const RUNTIME_URL = new URL(".", document.currentScript.src).href;
+  function stylesheetEntry(specifier) {
+    return {
+      files: [],
+      exports: () => {
+        const ignored = (why) =>
+          console.warn(`The stylesheet "${specifier}" ${why}; the import is ignored.`);
+        if (/^[./~]/.test(specifier) || specifier.startsWith("@/")) {
+          ignored("belongs to the artifact's own project, which Kelmo does not have");
+        } else {
+          const link = document.createElement("link");
+          link.rel = "stylesheet";
+          link.href = RUNTIME_URL + "css~" + specifier.replace(/\?.*$/, "").split("/").join("~");
+          link.onerror = () => {
+            link.remove();
+            ignored("is not available in Kelmo");
+          };
+          document.head.appendChild(link);
+        }
+        return { __esModule: true, default: {} };
+      },
+      hidden: true,
+    };
+  }
 
   // The table entry for a specifier, creating entries for the spellings that map
   // onto a listed module; undefined when nothing provides it.
@@ -217,7 +287,7 @@
         .exec(specifier);
     const three = /^three\/(?:examples\/jsm|addons)\/(.+?)(?:\.js)?$/.exec(specifier);
     if (/\.(?:css|scss|sass|less)(?:\?.*)?$/i.test(specifier)) {
-      entry = stylesheet;
+      entry = stylesheetEntry(specifier);
     } else if (ui) {
       entry = modules[`@/${ui[1]}`] || (modules[`@/${ui[1]}`] = uiEntry(ui[1]));
     } else if (three && modules[`three/addons/${three[1]}.js`]) {

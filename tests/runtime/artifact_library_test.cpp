@@ -125,6 +125,35 @@ TEST_F(ArtifactLibraryTest, ShadcnComponentsHaveTheirDefaultLookAndBehave) {
 
 // Icons are made when first named; every name the package exports answers, and
 // an unknown one gets a placeholder and a warning.
+TEST_F(ArtifactLibraryTest, TheWiderLibrarySetWorksAndPackageStylesheetsApplyOrAreIgnored) {
+    ASSERT_EQ(host().play(artifacts / "drag-drop-and-dates.jsx"), "rendered") << host().panelText();
+    EXPECT_EQ(host().text("#dates"), "2026-01-02 3 2 days ago");
+    EXPECT_EQ(host().evaluate("document.querySelectorAll('#sortable li').length"), "3");
+    // The package's own stylesheet styles its calendar.
+    EXPECT_TRUE(host().waitUntil("getComputedStyle(document.querySelector('.rdp-root'))"
+                                 ".getPropertyValue('--rdp-accent-color').trim() !== ''"));
+
+    ASSERT_EQ(host().play(artifacts / "markdown-state-forms.tsx"), "rendered") << host().panelText();
+    EXPECT_EQ(host().text("#facts"), "1 true Ada 2 true");
+    EXPECT_EQ(host().evaluate("document.querySelectorAll('#markdown table td').length"), "2");
+    EXPECT_EQ(host().evaluate("document.querySelector('#code .token') !== null"), "true");
+    EXPECT_EQ(host().text("#route"), "home");
+
+    ASSERT_EQ(host().play(artifacts / "icons-confetti-export.jsx"), "rendered")
+        << host().panelText();
+    EXPECT_EQ(host().evaluate("document.querySelectorAll('#icons svg').length"), "5");
+    EXPECT_EQ(host().text("#exporters"), "function function function function");
+    EXPECT_TRUE(host().waitUntil("document.body.textContent.includes('Saved')")) << "a toast";
+
+    // A stylesheet Kelmo does not ship, and one of the artifact's own project, are
+    // ignored with a warning each.
+    StandardOutputCapture output;
+    ASSERT_EQ(host().play(artifacts / "stylesheet-import.jsx"), "rendered");
+    const auto logged = host().logged(output);
+    EXPECT_THAT(logged, AllOf(HasSubstr("\"katex/dist/katex.min.css\" is not available in Kelmo"),
+                              HasSubstr("\"./App.css\" belongs to the artifact's own project")));
+}
+
 TEST_F(ArtifactLibraryTest, IconsAnswerByEveryNameAndAnUnknownOneByAPlaceholder) {
     StandardOutputCapture output;
     ASSERT_EQ(host().play(artifacts / "lucide-namespace-and-aliases.jsx"), "rendered")
