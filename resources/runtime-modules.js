@@ -210,7 +210,9 @@
           const kind = path.startsWith("hooks/") ? "hooks/" : "components/ui/";
           const offered = Object.keys(libraries)
             .filter((name) => name.startsWith(`@/${kind}`))
-            .map((name) => name.slice(`@/${kind}`.length));
+            .map((name) => name.slice(`@/${kind}`.length))
+            .concat(kind === "components/ui/" ? Object.keys(ownBundles) : [])
+            .sort();
           throw new Error(`Cannot resolve import "${specifier}": Kelmo has no ` +
             `@/${kind}${path.slice(kind.length)}. It has @/${kind}{${offered.join(",")}}.`);
         }
@@ -335,6 +337,37 @@
     return [...names, "@/components/ui/*", "@/hooks/*"];
   }
 
+  // Edits that turn one text into the other (Levenshtein distance).
+  function distance(a, b) {
+    let previous = Array.from({ length: b.length + 1 }, (_, i) => i);
+    for (let i = 1; i <= a.length; i++) {
+      const row = [i];
+      for (let j = 1; j <= b.length; j++)
+        row[j] = Math.min(previous[j] + 1, row[j - 1] + 1,
+          previous[j - 1] + (a[i - 1] === b[j - 1] ? 0 : 1));
+      previous = row;
+    }
+    return previous[b.length];
+  }
+
+  // The module an unknown specifier most likely meant: its package when only the path
+  // inside it is wrong ("recharts/lib/BarChart"), or a name a few letters away
+  // ("lucide-reac"); undefined when none is close.
+  function nearest(specifier, packageName) {
+    if (packageName !== specifier && resolve(packageName))
+      return packageName;
+    let best;
+    let bestDistance = Math.max(2, Math.floor(specifier.length / 4)) + 1;
+    for (const name of Object.keys(modules)) {
+      const edits = distance(specifier, name);
+      if (edits < bestDistance && !name.includes("jsx-")) {
+        best = name;
+        bestDistance = edits;
+      }
+    }
+    return best;
+  }
+
   window.kelmoModules = modules;
-  window.kelmoModuleTable = { resolve, namedIn, listing };
+  window.kelmoModuleTable = { resolve, namedIn, listing, nearest };
 })();

@@ -128,11 +128,29 @@
     return specifier.startsWith("@") && parts.length > 1 ? parts.slice(0, 2).join("/") : parts[0];
   }
 
+  // Where the source imports the specifier: "file, line N" (the file alone when the
+  // statement cannot be found, as with an import built at run time).
+  function whereImported(specifier) {
+    const file = window.kelmoArtifactFileName || "the artifact";
+    const quoted = new RegExp(`(?:\\bfrom|\\bimport|\\brequire)\\s*\\(?\\s*["']${
+      specifier.replace(/[.*+?^${}()|[\]\\]/g, "\\$&")}["']`);
+    const lines = String(window.kelmoArtifactCode || "").split("\n");
+    const index = lines.findIndex((line) => quoted.test(line));
+    return index < 0 ? file : `${file}, line ${index + 1}`;
+  }
+
   class UnresolvedModuleError extends Error {
     constructor(specifier) {
-      const known = window.kelmoModuleTable ? window.kelmoModuleTable.listing() : [];
-      super(`Cannot resolve import "${specifier}": the package "${packageOf(specifier)}" ` +
-        `is not available in Kelmo. Available modules: ${known.join(", ")}.`);
+      const table = window.kelmoModuleTable;
+      const packageName = packageOf(specifier);
+      const near = table ? table.nearest(specifier, packageName) : undefined;
+      const missing = near === packageName
+        ? `Kelmo has the package "${packageName}" but not this path in it`
+        : `the package "${packageName}" is not available in Kelmo`;
+      const hint = near ? ` Did you mean "${near}"?` : "";
+      const known = table ? table.listing() : [];
+      super(`Cannot resolve import "${specifier}" (${whereImported(specifier)}): ${missing}.` +
+        `${hint} Available modules: ${known.join(", ")}.`);
       this.name = "UnresolvedModuleError";
     }
   }

@@ -127,11 +127,13 @@ SchemeResult ArtifactSchemeHandler::serveRuntime() const {
     const std::string key = escapeForHTMLScript(compileKey);
     const std::string styles =
         tailwindStyles ? escapeForHTMLScript(*tailwindStyles) : std::string{"null"};
-    return SchemeResponse{fillTemplate(*page, {{artifactCodePlaceholder, code},
-                                               {compiledArtifactPlaceholder, compiled},
-                                               {compileKeyPlaceholder, key},
-                                               {tailwindStylesPlaceholder, styles}}),
-                          "text/html"};
+    return SchemeResponse{
+        fillTemplate(*page, {{artifactCodePlaceholder, code},
+                             {compiledArtifactPlaceholder, compiled},
+                             {compileKeyPlaceholder, key},
+                             {tailwindStylesPlaceholder, styles},
+                             {artifactFileNamePlaceholder, escapeForHTMLScript(artifactFileName)}}),
+        "text/html"};
 }
 
 SchemeResult ArtifactSchemeHandler::serveResource(std::string_view name) const {

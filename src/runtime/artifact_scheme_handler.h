@@ -24,6 +24,9 @@ inline constexpr std::string_view compiledArtifactPlaceholder = "{{COMPILED_ARTI
 // The placeholder that receives the key under which the page hands over what it
 // compiled, as a JSON string literal.
 inline constexpr std::string_view compileKeyPlaceholder = "{{COMPILE_KEY_JSON}}";
+// The placeholder that receives the artifact's file name (for messages), as a JSON
+// string literal.
+inline constexpr std::string_view artifactFileNamePlaceholder = "{{ARTIFACT_FILE_NAME_JSON}}";
 // The placeholder that receives the Tailwind rules of an earlier run's first frame, or null.
 inline constexpr std::string_view tailwindStylesPlaceholder = "{{TAILWIND_STYLES_JSON}}";
 // The script that hands the page a module compiled on the side, asked for when none
@@ -75,6 +78,8 @@ public:
 
     // The full source of the JSX or TSX artifact to run; embedded in the next page request.
     std::string artifactCode;
+    // Its file name as shown to the user, which messages about the code name.
+    std::string artifactFileName;
     // What the page made of that code on an earlier run, when it is known; the page
     // then skips compiling.
     std::optional<std::string> compiledArtifact;

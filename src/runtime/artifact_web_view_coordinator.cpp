@@ -232,6 +232,8 @@ void ArtifactWebView::Coordinator::runSource(const Artifact& artifact, SourceFil
             stylesCache ? stylesCache->lookup(schemeHandler->compileKey) : std::nullopt;
         compileOnTheSide(*code);
         schemeHandler->artifactCode = std::move(*code);
+        schemeHandler->artifactFileName =
+            displayName(std::filesystem::path{artifact.type.url}.filename().native());
     }
     beginLoad(page, true);
     webkit_web_view_load_uri(webView, page.c_str());
@@ -249,6 +251,7 @@ void ArtifactWebView::Coordinator::stopServingPlayer() {
     schemeHandler->host.clear();
     schemeHandler->pageAwaited = false;
     schemeHandler->artifactCode.clear();
+    schemeHandler->artifactFileName.clear();
     schemeHandler->compiledArtifact.reset();
     schemeHandler->compileKey.clear();
     schemeHandler->tailwindStyles.reset();

@@ -75,16 +75,18 @@ TEST_F(ArtifactSchemeHandlerTest, PageUrlsServeTheTemplateReadAfreshWithEveryPla
     // hold a placeholder's text is embedded as it is.
     writeFile(resources / "runtime.html",
               "{{ARTIFACT_CODE_JSON}}|{{ARTIFACT_CODE_JSON}} {{COMPILED_ARTIFACT_JSON}} "
-              "{{COMPILE_KEY_JSON}} {{TAILWIND_STYLES_JSON}}");
+              "{{COMPILE_KEY_JSON}} {{TAILWIND_STYLES_JSON}} {{ARTIFACT_FILE_NAME_JSON}}");
     handler.artifactCode = "{{COMPILED_ARTIFACT_JSON}}";
     EXPECT_EQ(answer(page).body,
-              "\"{{COMPILED_ARTIFACT_JSON}}\"|\"{{COMPILED_ARTIFACT_JSON}}\" null \"\" null");
+              "\"{{COMPILED_ARTIFACT_JSON}}\"|\"{{COMPILED_ARTIFACT_JSON}}\" null \"\" null \"\"");
     handler.compiledArtifact = R"({"code":"</script>"})";
     handler.compileKey = "abc";
     handler.tailwindStyles = ".p-4{padding:1rem}";
+    handler.artifactFileName = "app</script>.jsx";
     EXPECT_EQ(answer(page).body,
               R"("{{COMPILED_ARTIFACT_JSON}}"|"{{COMPILED_ARTIFACT_JSON}}" )"
-              R"("{\"code\":\"\u003c\/script\u003e\"}" "abc" ".p-4{padding:1rem}")");
+              R"("{\"code\":\"\u003c\/script\u003e\"}" "abc" ".p-4{padding:1rem}" )"
+              R"("app\u003c\/script\u003e.jsx")");
 
     // A template that is not UTF-8, or missing, does not exist.
     writeFile(resources / "runtime.html", "\xff\xfe<html>");

@@ -218,12 +218,29 @@ TEST_F(PlayerPageTest, CompileRuntimeAndImportErrorsShowThePanelAndAreLoggedOnce
                                  "import chunk from 'left-pad-ultra/chunk';\n"
                                  "export default () => <p>{chunk([1, 2], 1).length}</p>;\n"),
               "error");
-    EXPECT_THAT(host.panelText(),
-                AllOf(HasSubstr("\"left-pad-ultra/chunk\""),
-                      HasSubstr("package \"left-pad-ultra\""), HasSubstr("recharts"),
-                      HasSubstr("lucide-react"), HasSubstr("@/components/ui/*")));
+    EXPECT_THAT(host.panelText(), AllOf(HasSubstr("\"left-pad-ultra/chunk\" (unknown.jsx, line 2)"),
+                                        HasSubstr("package \"left-pad-ultra\" is not available"),
+                                        HasSubstr("recharts"), HasSubstr("lucide-react"),
+                                        HasSubstr("@/components/ui/*")));
     ASSERT_TRUE(output.waitFor("left-pad-ultra/chunk"));
     EXPECT_THAT(output.text(), HasSubstr("❌ [JS] Unknown import: "));
+    // A near miss names what was probably meant.
+    ASSERT_EQ(run("near.jsx", "import { BarChart } from 'recharts/lib/BarChart';\n"
+                              "import { motion } from 'framer-motoin';\n"
+                              "export default () => <BarChart />;\n"),
+              "error");
+    EXPECT_THAT(host.panelText(),
+                AllOf(HasSubstr("(near.jsx, line 1): Kelmo has the package \"recharts\" but not "
+                                "this path in it. Did you mean \"recharts\"?")));
+    ASSERT_EQ(run("typo.jsx", "import { motion } from 'framer-motoin';\n"
+                              "export default () => <motion.div />;\n"),
+              "error");
+    EXPECT_THAT(host.panelText(), HasSubstr("Did you mean \"framer-motion\"?"));
+    ASSERT_EQ(run("component.jsx", "import { Button } from '@/components/ui/buton';\n"
+                                   "export default () => <Button />;\n"),
+              "error");
+    EXPECT_THAT(host.panelText(),
+                AllOf(HasSubstr("Kelmo has no @/components/ui/buton"), HasSubstr("{accordion,")));
 }
 
 using WebViewLoadingTest = PlayerPageTest;
