@@ -133,7 +133,8 @@ TEST_F(ArtifactLibraryTest, TheWiderLibrarySetWorksAndPackageStylesheetsApplyOrA
     EXPECT_TRUE(host().waitUntil("getComputedStyle(document.querySelector('.rdp-root'))"
                                  ".getPropertyValue('--rdp-accent-color').trim() !== ''"));
 
-    ASSERT_EQ(host().play(artifacts / "markdown-state-forms.tsx"), "rendered") << host().panelText();
+    ASSERT_EQ(host().play(artifacts / "markdown-state-forms.tsx"), "rendered")
+        << host().panelText();
     EXPECT_EQ(host().text("#facts"), "1 true Ada 2 true");
     EXPECT_EQ(host().evaluate("document.querySelectorAll('#markdown table td').length"), "2");
     EXPECT_EQ(host().evaluate("document.querySelector('#code .token') !== null"), "true");
