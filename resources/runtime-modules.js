@@ -311,6 +311,13 @@
         };
       }
     }
+    if (!entry && (window.kelmoDownloadedPackages || []).includes(specifier)) {
+      entry = {
+        files: [...reactDom, `pkg~${specifier.split("/").join("~")}.js`],
+        exports: bundled(specifier),
+        hidden: true,
+      };
+    }
     if (entry)
       modules[specifier] = entry;
     return entry;

@@ -2,6 +2,7 @@
 
 #include "runtime/artifact_origin.h"
 #include "runtime/icon_table.h"
+#include "runtime/package_fetcher.h"
 #include "runtime/scheme_support.h"
 
 #include <algorithm>
@@ -39,6 +40,8 @@ SchemeResult ArtifactSchemeHandler::resolve(std::string_view url) {
     if (parsed->host == runtimeHost) {
         if (const auto names = parsed->queryValue("names"); names && name == lucideIconsResource)
             return serveIcons(iconNamesOf(*names));
+        if (name.starts_with("pkg~"))
+            return serveDownloadedPackage(name);
         return name.empty() ? SchemeError::fileDoesNotExist : serveResource(name);
     }
     if (!isCurrentHost(*parsed))
@@ -125,6 +128,11 @@ SchemeResult ArtifactSchemeHandler::serveRuntime() const {
     const std::string compiled =
         compiledArtifact ? escapeForHTMLScript(*compiledArtifact) : std::string{"null"};
     const std::string key = escapeForHTMLScript(compileKey);
+    std::string packages = "[";
+    if (!downloadedPackages.empty())
+        for (const auto& name : PackageFetcher{downloadedPackages, {}}.downloaded())
+            packages += (packages.size() > 1 ? "," : "") + escapeForHTMLScript(name);
+    packages += "]";
     const std::string styles =
         tailwindStyles ? escapeForHTMLScript(*tailwindStyles) : std::string{"null"};
     return SchemeResponse{
@@ -132,7 +140,8 @@ SchemeResult ArtifactSchemeHandler::serveRuntime() const {
                              {compiledArtifactPlaceholder, compiled},
                              {compileKeyPlaceholder, key},
                              {tailwindStylesPlaceholder, styles},
-                             {artifactFileNamePlaceholder, escapeForHTMLScript(artifactFileName)}}),
+                             {artifactFileNamePlaceholder, escapeForHTMLScript(artifactFileName)},
+                             {downloadedPackagesPlaceholder, packages}}),
         "text/html"};
 }
 
@@ -148,6 +157,19 @@ SchemeResult ArtifactSchemeHandler::serveResource(std::string_view name) const {
     if (!bytes)
         return SchemeError::fileDoesNotExist;
     return SchemeResponse{std::move(*bytes), mimeType(extension)};
+}
+
+SchemeResult ArtifactSchemeHandler::serveDownloadedPackage(const std::string& name) const {
+    const bool known =
+        !downloadedPackages.empty() &&
+        std::ranges::any_of(PackageFetcher{downloadedPackages, {}}.downloaded(),
+                            [&name](const std::string& package) {
+                                return PackageFetcher::bundleFileName(package) == name;
+                            });
+    auto bytes = known ? readWholeFile(downloadedPackages / name) : std::nullopt;
+    if (!bytes)
+        return SchemeError::fileDoesNotExist;
+    return SchemeResponse{std::move(*bytes), "text/javascript"};
 }
 
 SchemeResult ArtifactSchemeHandler::serveIcons(const std::vector<std::string>& names) const {

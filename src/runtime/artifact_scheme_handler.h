@@ -2,6 +2,7 @@
 
 #include "runtime/resource_locator.h"
 
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
@@ -27,6 +28,8 @@ inline constexpr std::string_view compileKeyPlaceholder = "{{COMPILE_KEY_JSON}}"
 // The placeholder that receives the artifact's file name (for messages), as a JSON
 // string literal.
 inline constexpr std::string_view artifactFileNamePlaceholder = "{{ARTIFACT_FILE_NAME_JSON}}";
+// The placeholder that receives the names of the packages downloaded for artifacts.
+inline constexpr std::string_view downloadedPackagesPlaceholder = "{{DOWNLOADED_PACKAGES_JSON}}";
 // The placeholder that receives the Tailwind rules of an earlier run's first frame, or null.
 inline constexpr std::string_view tailwindStylesPlaceholder = "{{TAILWIND_STYLES_JSON}}";
 // The script that hands the page a module compiled on the side, asked for when none
@@ -80,6 +83,9 @@ public:
     std::string artifactCode;
     // Its file name as shown to the user, which messages about the code name.
     std::string artifactFileName;
+    // Where packages downloaded for artifacts are kept (PackageFetcher): the page is told
+    // their names, and their bundles are served beside the runtime's files.
+    std::filesystem::path downloadedPackages;
     // What the page made of that code on an earlier run, when it is known; the page
     // then skips compiling.
     std::optional<std::string> compiledArtifact;
@@ -118,6 +124,7 @@ public:
 
     // The icons of lucide-icons.js that are exported under these names
     // ("lucide-icons.js?names=Heart,Star"), for an artifact that uses only those.
+    SchemeResult serveDownloadedPackage(const std::string& name) const;
     SchemeResult serveIcons(const std::vector<std::string>& names) const;
 
     // The text as one JSON string literal that is safe inside a script element:

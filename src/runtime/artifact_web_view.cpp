@@ -2,6 +2,7 @@
 
 #include "runtime/artifact_web_context.h"
 #include "runtime/artifact_web_view_coordinator.h"
+#include "runtime/package_fetcher.h"
 #include "runtime/scheme_support.h"
 #include "runtime/web_view_schemes.h"
 
@@ -48,6 +49,7 @@ ArtifactWebView::ArtifactWebView(ResourceLocator resources, std::filesystem::pat
         std::move(stylesDirectory), StylesCache::fingerprintOf(resources));
     coordinator_->bridgeScript = bridgeScript(resources);
     coordinator_->schemeHandler = std::make_shared<ArtifactSchemeHandler>(std::move(resources));
+    coordinator_->schemeHandler->downloadedPackages = PackageFetcher::defaultFolder();
     coordinator_->fileSchemeHandler = std::make_shared<ArtifactFileSchemeHandler>();
     coordinator_->storage = ArtifactStorage::shared(storageDirectory);
     coordinator_->openInBrowser = [this](const std::string& uri) { openInBrowser(uri); };

@@ -5,6 +5,16 @@
 
 namespace kelmo::testing {
 
+LocalWebServer::LocalWebServer() : LocalWebServer{std::string{}} {
+    routes_.emplace();
+}
+
+void LocalWebServer::route(const std::string& path, Response response) {
+    if (!routes_)
+        routes_.emplace();
+    routes_->insert_or_assign(path, std::move(response));
+}
+
 LocalWebServer::LocalWebServer(std::string page)
     : page_{std::move(page)}, service_{g_socket_service_new()}, cancellable_{g_cancellable_new()} {
     GInetAddress* loopback = g_inet_address_new_loopback(G_SOCKET_FAMILY_IPV4);
@@ -72,12 +82,23 @@ gboolean LocalWebServer::onIncoming(GSocketService*, GSocketConnection* connecti
                                       read > 0 ? static_cast<std::size_t>(read) : 0};
             const auto start = request.find(' ');
             const auto end = request.find(' ', start + 1);
+            std::string path;
             if (start != std::string::npos && end != std::string::npos)
-                exchange->server->requested.push_back(request.substr(start + 1, end - start - 1));
+                path = request.substr(start + 1, end - start - 1);
+            exchange->server->requested.push_back(path);
+            std::string status = "200 OK";
+            Response response{"text/html", exchange->page};
+            if (const auto& routes = exchange->server->routes_) {
+                const auto found = routes->find(path);
+                if (found != routes->end())
+                    response = found->second;
+                else
+                    status = "404 Not Found", response = {"application/json", "{}"};
+            }
             const std::string answer =
-                "HTTP/1.0 200 OK\r\nContent-Type: text/html\r\nContent-Length: " +
-                std::to_string(exchange->page.size()) + "\r\nConnection: close\r\n\r\n" +
-                exchange->page;
+                "HTTP/1.0 " + status + "\r\nContent-Type: " + response.type +
+                "\r\nContent-Length: " + std::to_string(response.body.size()) +
+                "\r\nConnection: close\r\n\r\n" + response.body;
             GIOStream* io = G_IO_STREAM(exchange->connection);
             if (read > 0)
                 g_output_stream_write_all(g_io_stream_get_output_stream(io), answer.data(),

@@ -1,0 +1,138 @@
+// Fetching a package an artifact imports and Kelmo lacks, from a registry that the test
+// serves on 127.0.0.1 itself: the package is a fixture packed with npm.
+
+#include "local_web_server.h"
+#include "runtime/artifact_compiler.h"
+#include "runtime/package_fetcher.h"
+#include "test_support.h"
+#include "web_view_fixture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace kelmo {
+namespace {
+
+using ::testing::HasSubstr;
+using testing::runMainLoopUntil;
+using testing::TemporaryDirectory;
+using testing::writeFile;
+
+// The SHA-1 (hex) or SHA-512 (npm's "sha512-<base64>") of the bytes.
+std::string digest(GChecksumType type, const std::string& bytes) {
+    GChecksum* checksum = g_checksum_new(type);
+    g_checksum_update(checksum, reinterpret_cast<const guchar*>(bytes.data()),
+                      static_cast<gssize>(bytes.size()));
+    std::string result;
+    if (type == G_CHECKSUM_SHA1) {
+        result = g_checksum_get_string(checksum);
+    } else {
+        guint8 raw[64];
+        gsize length = sizeof raw;
+        g_checksum_get_digest(checksum, raw, &length);
+        gchar* encoded = g_base64_encode(raw, length);
+        result = std::string{"sha512-"} + encoded;
+        g_free(encoded);
+    }
+    g_checksum_free(checksum);
+    return result;
+}
+
+class PackageFetcherTest : public ::testing::Test {
+protected:
+    static constexpr char name[] = "kelmo-fixture-greeting";
+
+    // Packs the fixture and serves it with its metadata, as the npm registry does.
+    std::unique_ptr<testing::LocalWebServer> serveRegistry() {
+        const auto source = work / "source";
+        writeFile(source / "package.json", std::string{R"({"name":")"} + name +
+                                               R"(","version":"1.0.0","main":"index.js",)" +
+                                               R"("peerDependencies":{"react":"*"}})");
+        writeFile(source / "index.js",
+                  "const React = require('react');\n"
+                  "exports.Greeting = ({ name }) => React.createElement('p', { id: 'greeting' }, "
+                  "'Hello ' + name);\n");
+        const std::string pack =
+            "cd '" + source.string() + "' && npm pack --silent >/dev/null 2>&1";
+        EXPECT_EQ(std::system(pack.c_str()), 0) << "npm pack";
+        const std::string tarball = testing::readFile(source / (std::string{name} + "-1.0.0.tgz"));
+        auto server = std::make_unique<testing::LocalWebServer>();
+        const std::string tarballPath = std::string{"/"} + name + "/-/" + name + "-1.0.0.tgz";
+        const std::string metadata =
+            std::string{R"({"name":")"} + name + R"(","dist-tags":{"latest":"1.0.0"},)" +
+            R"("versions":{"1.0.0":{"name":")" + name +
+            R"(","version":"1.0.0","main":"index.js","peerDependencies":{"react":"*"},)" +
+            R"("dist":{"tarball":")" + server->url(tarballPath) + R"(","shasum":")" +
+            digest(G_CHECKSUM_SHA1, tarball) + R"(","integrity":")" +
+            digest(G_CHECKSUM_SHA512, tarball) + R"("}}}})";
+        server->route(std::string{"/"} + name, {"application/json", metadata});
+        server->route(tarballPath, {"application/octet-stream", tarball});
+        return server;
+    }
+
+    PackageFetcher::Result fetch(PackageFetcher& fetcher, const std::string& package) {
+        std::optional<PackageFetcher::Result> result;
+        progress.clear();
+        fetcher.fetch(
+            package, [this](const std::string& step) { progress.push_back(step); },
+            [&result](PackageFetcher::Result done) { result = std::move(done); });
+        EXPECT_TRUE(
+            runMainLoopUntil([&] { return result.has_value(); }, std::chrono::seconds{120}));
+        return result.value_or(PackageFetcher::Result{false, "<no answer>"});
+    }
+
+    TemporaryDirectory work;
+    std::vector<std::string> progress;
+};
+
+TEST(PackageNames, OnlyPlainRegistryNamesAreHandedToNpm) {
+    for (const char* good : {"left-pad", "@scope/name", "lodash.debounce", "react-use"})
+        EXPECT_TRUE(PackageFetcher::isPackageName(good)) << good;
+    for (const char* bad : {"", "--registry=http://x", "../x", "file:x", "a b", "Left-Pad",
+                            "git+https://x/y", "@scope", "name@1.0.0", "-x"})
+        EXPECT_FALSE(PackageFetcher::isPackageName(bad)) << bad;
+    EXPECT_EQ(PackageFetcher::packageOf("@scope/name/sub/path"), "@scope/name");
+    EXPECT_EQ(PackageFetcher::packageOf("left-pad/chunk"), "left-pad");
+    EXPECT_EQ(PackageFetcher::bundleFileName("@scope/name"), "pkg~@scope~name.js");
+}
+
+TEST_F(PackageFetcherTest, AMissingPackageIsFetchedAndRunsAndFailuresSayWhy) {
+    const auto server = serveRegistry();
+    g_setenv("npm_config_registry", server->url("/").c_str(), TRUE);
+    g_setenv("npm_config_cache", (work / "npm-cache").c_str(), TRUE);
+    g_setenv("npm_config_fetch_retries", "0", TRUE);
+    PackageFetcher fetcher{PackageFetcher::defaultFolder(), ArtifactCompiler::bundledEsbuild()};
+    fetcher.clear();
+
+    const auto fetched = fetch(fetcher, name);
+    ASSERT_TRUE(fetched.ok) << fetched.message;
+    EXPECT_THAT(progress, ::testing::ElementsAre(std::string{"Downloading "} + name + " from npm…",
+                                                 std::string{"Preparing "} + name + "…"));
+    EXPECT_EQ(fetcher.downloaded(), std::vector<std::string>{name});
+
+    // The artifact that imports it runs, with the page's one React.
+    testing::WebViewFixture host;
+    writeFile(work / "uses.jsx", std::string{"import { Greeting } from '"} + name +
+                                     "';\nexport default () => <Greeting name='Ada' />;\n");
+    ASSERT_EQ(host.play(work / "uses.jsx"), "rendered") << host.panelText();
+    EXPECT_EQ(host.text("#greeting"), "Hello Ada");
+
+    // A package the registry does not have, a registry that does not answer, no npm.
+    EXPECT_THAT(fetch(fetcher, "no-such-package").message,
+                HasSubstr("\"no-such-package\" does not exist on npm"));
+    g_setenv("npm_config_registry", "http://127.0.0.1:9/", TRUE);
+    EXPECT_THAT(fetch(fetcher, "left-pad").message, HasSubstr("could not reach the npm registry"));
+    const std::string path = g_getenv("PATH");
+    g_setenv("PATH", "/nonexistent", TRUE);
+    EXPECT_THAT(fetch(fetcher, "left-pad").message, HasSubstr("npm was not found"));
+    g_setenv("PATH", path.c_str(), TRUE);
+    EXPECT_FALSE(fetch(fetcher, "--global").ok);
+    EXPECT_EQ(fetcher.downloaded(), std::vector<std::string>{name});
+
+    fetcher.clear();
+    EXPECT_TRUE(fetcher.downloaded().empty());
+    g_unsetenv("npm_config_registry");
+}
+
+} // namespace
+} // namespace kelmo
