@@ -16,7 +16,7 @@
   // Taken now, before any of the page's own scripts could replace them.
   const handlers = window.webkit && window.webkit.messageHandlers;
   const senders = new Map();
-  for (const channel of ["jsConsole", "kelmoStorage", "kelmoStyles"]) {
+  for (const channel of ["jsConsole", "kelmoStorage", "kelmoStyles", "kelmoPackages"]) {
     const handler = handlers && handlers[channel];
     if (handler)
       senders.set(channel, handler.postMessage.bind(handler));

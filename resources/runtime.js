@@ -152,6 +152,11 @@
       super(`Cannot resolve import "${specifier}" (${whereImported(specifier)}): ${missing}.` +
         `${hint} Available modules: ${known.join(", ")}.`);
       this.name = "UnresolvedModuleError";
+      // A package of the npm registry that Kelmo could download, not a path of the
+      // artifact's own project nor a wrong path into a package Kelmo has.
+      this.packageName = packageName;
+      this.fetchable = near !== packageName && !/^[./~@]\//.test(specifier) &&
+        !specifier.startsWith(".") && !specifier.startsWith("/");
     }
   }
 
@@ -531,6 +536,8 @@
         });
       } else if (error instanceof UnresolvedModuleError) {
         showError({ title: "Unknown import", message: error.message });
+        if (error.fetchable && window.kelmoHost)
+          window.kelmoHost.post("kelmoPackages", { missing: error.packageName }).catch(() => undefined);
       } else {
         runtimeError(error);
       }

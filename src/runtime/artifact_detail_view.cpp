@@ -4,9 +4,12 @@
 #include "library/file_manager.h"
 #include "library/symbols.h"
 #include "library/type_badge.h"
+#include "runtime/artifact_compiler.h"
 #include "runtime/artifact_web_view.h"
+#include "runtime/package_fetcher.h"
 #include "runtime/player_background.h"
 #include "runtime/script_dialog.h"
+#include "store/settings_keys.h"
 
 #include <giomm/simpleactiongroup.h>
 #include <gtkmm/entry.h>
@@ -226,6 +229,7 @@ void ArtifactDetailView::reload() {
 
 void ArtifactDetailView::load() {
     endedOverlay_->set_visible(false);
+    packageOffer_->set_visible(false);
     webView_->loadIfNeeded(artifact_, reloadToken_);
 }
 
@@ -257,6 +261,8 @@ Gtk::Widget& ArtifactDetailView::runArea() {
     webView_->signalErrorMessage().connect(
         [this](const std::string& message) { setErrorMessage(message); });
     webView_->signalPageEnded().connect(sigc::mem_fun(*this, &ArtifactDetailView::showPageEnded));
+    webView_->signalPackageMissing().connect(
+        sigc::mem_fun(*this, &ArtifactDetailView::offerPackage));
     webView_->signalScriptDialogOpened().connect(
         [this, &area](const std::shared_ptr<ScriptDialog>& dialog) {
             showScriptDialog(dialog, area);
@@ -268,6 +274,7 @@ Gtk::Widget& ArtifactDetailView::runArea() {
     endedOverlay_ = &endedOverlay();
     endedOverlay_->set_visible(false);
     area.add_overlay(*endedOverlay_);
+    area.add_overlay(packageOffer());
     return area;
 }
 
@@ -426,6 +433,80 @@ void ArtifactDetailView::showScriptDialog(const std::shared_ptr<ScriptDialog>& d
         field->grab_focus();
     else
         ok.grab_focus();
+}
+
+namespace {
+
+// One fetcher for every player: downloaded packages serve every artifact.
+PackageFetcher& sharedPackageFetcher() {
+    static PackageFetcher fetcher{PackageFetcher::defaultFolder(),
+                                  ArtifactCompiler::bundledEsbuild()};
+    return fetcher;
+}
+
+} // namespace
+
+// A bar at the foot of the run area, under the page's own message about the import.
+Gtk::Widget& ArtifactDetailView::packageOffer() {
+    packageOffer_ = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 10);
+    packageOffer_->add_css_class("package-offer");
+    packageOffer_->set_halign(Gtk::Align::CENTER);
+    packageOffer_->set_valign(Gtk::Align::END);
+    packageOffer_->set_visible(false);
+    packageSpinner_ = Gtk::make_managed<Gtk::Spinner>();
+    packageSpinner_->set_visible(false);
+    packageOffer_->append(*packageSpinner_);
+    packageText_ = Gtk::make_managed<Gtk::Label>();
+    packageText_->set_wrap(true);
+    packageText_->set_max_width_chars(60);
+    packageText_->set_xalign(0);
+    packageOffer_->append(*packageText_);
+    packageButton_ = Gtk::make_managed<Gtk::Button>("Download from npm");
+    packageButton_->add_css_class("suggested-action");
+    packageButton_->signal_clicked().connect(
+        sigc::mem_fun(*this, &ArtifactDetailView::fetchPackage));
+    packageOffer_->append(*packageButton_);
+    return *packageOffer_;
+}
+
+void ArtifactDetailView::offerPackage(const std::string& name) {
+    missingPackage_ = name;
+    packageText_->set_text("This artifact imports \u201c" + name +
+                           "\u201d, which Kelmo does not have. It can be downloaded from the npm "
+                           "registry.");
+    packageButton_->set_label("Download from npm");
+    packageButton_->set_sensitive(true);
+    packageSpinner_->set_visible(false);
+    packageOffer_->set_visible(true);
+    if (store_.settings().boolValue(settings_keys::fetchMissingPackages))
+        fetchPackage();
+}
+
+void ArtifactDetailView::fetchPackage() {
+    packageButton_->set_sensitive(false);
+    packageSpinner_->set_visible(true);
+    packageSpinner_->start();
+    packageText_->set_text("Starting npm…");
+    // The answers come later: they reach this view only while it lives.
+    sigc::slot<void(const std::string&)> progress = sigc::track_object(
+        [this](const std::string& step) { packageText_->set_text(step); }, *this);
+    sigc::slot<void(PackageFetcher::Result)> done = sigc::track_object(
+        [this](PackageFetcher::Result result) {
+            packageSpinner_->stop();
+            packageSpinner_->set_visible(false);
+            if (result.ok) {
+                packageOffer_->set_visible(false);
+                reload();
+                return;
+            }
+            packageText_->set_text(result.message);
+            packageButton_->set_label("Try Again");
+            packageButton_->set_sensitive(true);
+        },
+        *this);
+    sharedPackageFetcher().fetch(
+        missingPackage_, [progress](const std::string& step) { progress(step); },
+        [done](PackageFetcher::Result result) { done(std::move(result)); });
 }
 
 void ArtifactDetailView::showPageEnded(const std::string& why) {

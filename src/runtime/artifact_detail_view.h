@@ -10,6 +10,7 @@
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
 #include <gtkmm/overlay.h>
+#include <gtkmm/spinner.h>
 #include <memory>
 #include <optional>
 #include <sigc++/signal.h>
@@ -77,6 +78,9 @@ private:
     Gtk::Widget& loadingOverlay();
     Gtk::Widget& endedOverlay();
     void showScriptDialog(const std::shared_ptr<ScriptDialog>& dialog, Gtk::Overlay& area);
+    Gtk::Widget& packageOffer();
+    void offerPackage(const std::string& name);
+    void fetchPackage();
     void load();
 
     void setIsLoading(bool loading);
@@ -109,6 +113,12 @@ private:
     ArtifactWebView* webView_ = nullptr;
     Gtk::Widget* loadingOverlay_ = nullptr;
     Gtk::Widget* endedOverlay_ = nullptr; // while the page's process has ended
+    // Offers to download a package the artifact imports and Kelmo lacks.
+    Gtk::Box* packageOffer_ = nullptr;
+    Gtk::Label* packageText_ = nullptr;
+    Gtk::Button* packageButton_ = nullptr;
+    Gtk::Spinner* packageSpinner_ = nullptr;
+    std::string missingPackage_;
 };
 
 } // namespace kelmo

@@ -69,6 +69,10 @@ public:
         return scriptDialogOpened_;
     }
 
+    // packageMissing: the page imports a package that Kelmo does not have (a plain npm
+    // package name, which PackageFetcher can fetch). Said by the page, so only a hint.
+    sigc::signal<void(const std::string&)>& signalPackageMissing() { return packageMissing_; }
+
     // How long a page may take before its load fails; 60 seconds by default. The time
     // a script dialog stays open does not count.
     void setLoadTimeout(std::chrono::milliseconds timeout);
@@ -108,6 +112,7 @@ private:
     sigc::signal<void(const std::string&)> errorMessageChanged_;
     sigc::signal<void(const std::string&)> pageEnded_;
     sigc::signal<void(std::shared_ptr<ScriptDialog>)> scriptDialogOpened_;
+    sigc::signal<void(const std::string&)> packageMissing_;
 };
 
 } // namespace kelmo

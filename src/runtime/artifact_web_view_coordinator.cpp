@@ -1,6 +1,7 @@
 #include "runtime/artifact_web_view_coordinator.h"
 
 #include "runtime/artifact_origin.h"
+#include "runtime/package_fetcher.h"
 #include "runtime/scheme_support.h"
 
 #include <cstdio>
@@ -110,8 +111,8 @@ ArtifactWebView::Coordinator::~Coordinator() {
         g_signal_handlers_disconnect_by_data(download.get(), this);
     if (contentManager_) {
         g_signal_handlers_disconnect_by_data(contentManager_.get(), this);
-        for (const char* channel :
-             {jsConsoleChannel, artifactBridgeChannel, storageChannel, stylesChannel})
+        for (const char* channel : {jsConsoleChannel, artifactBridgeChannel, storageChannel,
+                                    stylesChannel, packagesChannel})
             webkit_user_content_manager_unregister_script_message_handler(contentManager_.get(),
                                                                           channel, nullptr);
     }
@@ -130,6 +131,10 @@ void ArtifactWebView::Coordinator::listenTo(WebKitUserContentManager* contentMan
     g_signal_connect(contentManager, "script-message-received::kelmoStyles",
                      G_CALLBACK(onStylesMessage), this);
     webkit_user_content_manager_register_script_message_handler(contentManager, stylesChannel,
+                                                                nullptr);
+    g_signal_connect(contentManager, "script-message-received::kelmoPackages",
+                     G_CALLBACK(onPackagesMessage), this);
+    webkit_user_content_manager_register_script_message_handler(contentManager, packagesChannel,
                                                                 nullptr);
     g_signal_connect(contentManager, "script-message-with-reply-received::kelmoStorage",
                      G_CALLBACK(onStorageMessage), this);
@@ -574,6 +579,15 @@ void ArtifactWebView::Coordinator::keepStyles(JSCValue* body) {
     schemeHandler->tailwindStyles = std::move(styles);
 }
 
+void ArtifactWebView::Coordinator::reportMissingPackage(JSCValue* body) {
+    if (!isFromCurrentLoad(body))
+        return;
+    const auto name = stringProperty(body, "missing");
+    if (!name || !PackageFetcher::isPackageName(*name))
+        return;
+    parent_.post([this, name = *name] { parent_.packageMissing_.emit(name); });
+}
+
 void ArtifactWebView::Coordinator::onLoadChanged(WebKitWebView*, WebKitLoadEvent event,
                                                  gpointer self) {
     auto* coordinator = static_cast<Coordinator*>(self);
@@ -638,6 +652,11 @@ void ArtifactWebView::Coordinator::onBridgeMessage(WebKitUserContentManager*, JS
 void ArtifactWebView::Coordinator::onStylesMessage(WebKitUserContentManager*, JSCValue* body,
                                                    gpointer self) {
     static_cast<Coordinator*>(self)->keepStyles(body);
+}
+
+void ArtifactWebView::Coordinator::onPackagesMessage(WebKitUserContentManager*, JSCValue* body,
+                                                     gpointer self) {
+    static_cast<Coordinator*>(self)->reportMissingPackage(body);
 }
 
 gboolean ArtifactWebView::Coordinator::onStorageMessage(WebKitUserContentManager*,

@@ -29,6 +29,8 @@ inline constexpr char artifactBridgeChannel[] = "artifactBridge";
 inline constexpr char storageChannel[] = "kelmoStorage";
 // The page hands over the Tailwind rules of its first frame: {key, styles}.
 inline constexpr char stylesChannel[] = "kelmoStyles";
+// The page tells which package it imports that Kelmo does not have.
+inline constexpr char packagesChannel[] = "kelmoPackages";
 
 // The line written to standard output for one console message: the level's prefix,
 // a space, the message and a line feed. Line breaks and other control characters in
@@ -89,6 +91,7 @@ private:
     void didReceive(std::string_view channel, JSCValue* body);
     void answerStorageRequest(JSCValue* request, WebKitScriptMessageReply* reply);
     void keepStyles(JSCValue* body);
+    void reportMissingPackage(JSCValue* body);
     bool showScriptDialog(WebKitScriptDialog* dialog);
     void closeScriptDialog();
 
@@ -107,6 +110,7 @@ private:
     static void onConsoleMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static void onBridgeMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static void onStylesMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
+    static void onPackagesMessage(WebKitUserContentManager*, JSCValue* body, gpointer self);
     static gboolean onStorageMessage(WebKitUserContentManager*, JSCValue* request,
                                      WebKitScriptMessageReply* reply, gpointer self);
 

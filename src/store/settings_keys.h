@@ -12,4 +12,7 @@ inline constexpr const char* folderId = "id";
 inline constexpr const char* folderName = "name";
 inline constexpr const char* folderBookmark = "bookmark";
 
+// Whether a package an artifact imports and Kelmo lacks is downloaded without asking.
+inline constexpr const char* fetchMissingPackages = "fetchMissingPackages";
+
 } // namespace kelmo::settings_keys

@@ -286,5 +286,35 @@ TEST_F(PlayerTest, ThePagesDialogsAreAnsweredOverThePlayerWhileItLoadsAndLeaving
               "0");
 }
 
+TEST_F(PlayerTest, APackageKelmoLacksIsOfferedForDownloadAndAFailureSaysWhy) {
+    TemporaryDirectory folder;
+    writeFile(folder / "imports.jsx", "import pad from 'left-pad-for-kelmo-tests';\n"
+                                      "export default () => <p>{pad('1', 3)}</p>;\n");
+    showPlayer(Artifact::from(folder / "imports.jsx"));
+    const auto offers = findAll<Gtk::Widget>(
+        *player, [](Gtk::Widget& widget) { return widget.has_css_class("package-offer"); });
+    ASSERT_EQ(offers.size(), 1U);
+    ASSERT_TRUE(runMainLoopUntil([&] { return offers.front()->get_visible(); }, pageDeadline));
+    const auto said = [&](const std::string& text) {
+        return !findAll<Gtk::Label>(*offers.front(), [&](Gtk::Label& label) {
+                    return label.get_text().raw().find(text) != std::string::npos;
+                }).empty();
+    };
+    EXPECT_TRUE(said("\u201cleft-pad-for-kelmo-tests\u201d, which Kelmo does not have"));
+
+    // Without npm the download cannot start, and the offer says so.
+    const std::string path = g_getenv("PATH");
+    g_setenv("PATH", "/nonexistent", TRUE);
+    auto buttons = findAll<Gtk::Button>(*offers.front());
+    ASSERT_EQ(buttons.size(), 1U);
+    buttons.front()->activate();
+    EXPECT_TRUE(runMainLoopUntil([&] { return said("npm was not found"); }));
+    g_setenv("PATH", path.c_str(), TRUE);
+    EXPECT_EQ(buttons.front()->get_label(), "Try Again");
+
+    ASSERT_TRUE(loadAfter([&] { player->showArtifact(Artifact::from(examples / "counter.jsx")); }));
+    EXPECT_FALSE(offers.front()->get_visible()) << "another artifact has no offer";
+}
+
 } // namespace
 } // namespace kelmo::testing
