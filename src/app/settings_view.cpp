@@ -4,11 +4,14 @@
 #include "library/palette.h"
 #include "library/symbols.h"
 #include "model/artifact.h"
+#include "runtime/package_fetcher.h"
+#include "store/settings_keys.h"
 
 #include <gtkmm/button.h>
 #include <gtkmm/cssprovider.h>
 #include <gtkmm/listboxrow.h>
 #include <gtkmm/stylecontext.h>
+#include <gtkmm/switch.h>
 
 namespace kelmo {
 namespace {
@@ -70,6 +73,7 @@ SettingsView::SettingsView(ArtifactStore& store)
     set_size_request(width, height);
     buildFolderSection();
     buildRuntimeSection();
+    buildPackagesSection();
     buildHelpSection();
     update();
     storeChanged_ = store_.signalChanged().connect([this] { update(); });
@@ -145,8 +149,60 @@ void SettingsView::buildFolderSection() {
 void SettingsView::buildRuntimeSection() {
     auto& list = appendSection("Runtime");
     appendRow(list, *makeLabelledRow("Supported formats", ".html  .htm  .jsx  .tsx"));
-    appendRow(list, *makeLabelledRow("JSX/TSX engine", "Babel Standalone + React 18"));
+    appendRow(list, *makeLabelledRow("JSX/TSX engine", "esbuild + React 18"));
     appendRow(list, *makeLabelledRow("Networking", "Sandboxed — no outbound server"));
+}
+
+// Packages artifacts import that Kelmo lacks: downloaded only when asked, unless the
+// user allows it once for all.
+void SettingsView::buildPackagesSection() {
+    auto& list = appendSection("Packages");
+    auto* allow = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 8);
+    auto* texts = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 2);
+    texts->set_hexpand(true);
+    auto* title = Gtk::make_managed<Gtk::Label>("Always allow downloads");
+    title->add_css_class("settings-row-label");
+    title->set_xalign(0);
+    texts->append(*title);
+    auto* detail = Gtk::make_managed<Gtk::Label>(
+        "Packages that artifacts import and Kelmo lacks are then fetched from the npm "
+        "registry without asking.");
+    detail->add_css_class("settings-row-value");
+    detail->set_xalign(0);
+    detail->set_wrap(true);
+    detail->set_max_width_chars(40);
+    texts->append(*detail);
+    allow->append(*texts);
+    auto* always = Gtk::make_managed<Gtk::Switch>();
+    always->set_valign(Gtk::Align::CENTER);
+    always->set_active(store_.settings().boolValue(settings_keys::fetchMissingPackages));
+    always->property_active().signal_changed().connect([this, always] {
+        store_.settings().setBool(settings_keys::fetchMissingPackages, always->get_active());
+    });
+    allow->append(*always);
+    appendRow(list, *allow);
+
+    auto* clearRow = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 8);
+    auto* count = Gtk::make_managed<Gtk::Label>();
+    count->add_css_class("settings-row-value");
+    count->set_hexpand(true);
+    count->set_xalign(0);
+    const auto showCount = [count] {
+        const auto packages = PackageFetcher{PackageFetcher::defaultFolder(), {}}.downloaded();
+        count->set_text(packages.empty() ? "No packages downloaded"
+                                         : std::to_string(packages.size()) +
+                                               (packages.size() == 1 ? " package downloaded"
+                                                                     : " packages downloaded"));
+    };
+    showCount();
+    clearRow->append(*count);
+    auto* clear = makeSmallButton("Clear Downloaded Packages");
+    clear->signal_clicked().connect([showCount] {
+        PackageFetcher{PackageFetcher::defaultFolder(), {}}.clear();
+        showCount();
+    });
+    clearRow->append(*clear);
+    appendRow(list, *clearRow);
 }
 
 void SettingsView::buildHelpSection() {

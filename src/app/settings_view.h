@@ -19,7 +19,7 @@ namespace kelmo {
 class SettingsView : public Gtk::Box {
 public:
     static constexpr int width = 460;
-    static constexpr int height = 340;
+    static constexpr int height = 470;
 
     explicit SettingsView(ArtifactStore& store);
     ~SettingsView() override;
@@ -33,6 +33,7 @@ private:
     Gtk::ListBox& appendSection(const char* title);
     void buildFolderSection();
     void buildRuntimeSection();
+    void buildPackagesSection();
     void buildHelpSection();
     void update();
     void setShowClearConfirm(bool show);

@@ -1,7 +1,10 @@
 #include "app/settings_view.h"
 #include "app/settings_window.h"
+#include "runtime/package_fetcher.h"
 #include "shell_fixture.h"
 #include "store/settings_keys.h"
+
+#include <gtkmm/switch.h>
 
 namespace kelmo::testing {
 namespace {
@@ -64,6 +67,20 @@ TEST_F(SettingsViewTest, FolderRowFollowsTheFirstWatchedFolderAndClearAsksFirst)
         EXPECT_EQ(store->watchedFolders().size(), response == Gtk::ResponseType::ACCEPT ? 0u : 3u);
     }
     EXPECT_TRUE(showsText(*view, "No folder configured"));
+}
+
+TEST_F(SettingsViewTest, PackageDownloadsCanBeAllowedForAllAndCleared) {
+    auto switches = findAll<Gtk::Switch>(*view);
+    ASSERT_EQ(switches.size(), 1U);
+    EXPECT_FALSE(switches.front()->get_active()) << "off until the user allows it";
+    switches.front()->set_active(true);
+    EXPECT_TRUE(savedSettings().boolValue(settings_keys::fetchMissingPackages));
+
+    const auto bundle = PackageFetcher::defaultFolder() / "pkg~left-pad.js";
+    writeFile(bundle, "/* a downloaded package */");
+    press(*view, "Clear Downloaded Packages");
+    EXPECT_FALSE(std::filesystem::exists(bundle));
+    EXPECT_TRUE(showsText(*view, "No packages downloaded"));
 }
 
 TEST_F(SettingsViewTest, TheGuideCanBeShownAgainAndTheWindowIsNotResizable) {
