@@ -1,15 +1,19 @@
-// kelmo-run-artifacts FOLDER [WIDTH] [SNAPSHOT-FOLDER]
+// kelmo-run-artifacts [--fetch-missing] FOLDER [WIDTH] [SNAPSHOT-FOLDER]
 //
 // Runs every .jsx and .tsx file directly in FOLDER through the player page, one
 // after the other in one web view WIDTH pixels wide (1024 by default), and prints
 // per file "rendered" or the first error the page shows, then the pass rate. With
 // a snapshot folder, it also saves what each page shows there, as <file>.png, a
 // second after it rendered. Needs a display (run it under xvfb-run on a headless
-// machine). Exits with 0 when every file rendered.
+// machine). Exits with 0 when every file rendered. With --fetch-missing, a package a
+// file imports and Kelmo lacks is downloaded with npm (as the player offers to) and
+// the file runs again.
 
 #include "model/artifact.h"
 #include "model/uuid.h"
+#include "runtime/artifact_compiler.h"
 #include "runtime/artifact_web_view.h"
+#include "runtime/package_fetcher.h"
 
 #include <algorithm>
 #include <chrono>
@@ -73,10 +77,16 @@ std::string evaluate(WebKitWebView* webView, const std::string& script) {
     return answer->text;
 }
 
-// The page's verdict: "rendered", or the first error it shows.
-std::string run(kelmo::ArtifactWebView& view, const std::filesystem::path& file) {
+// The page's verdict: "rendered", or the first error it shows; and the package it
+// imports that Kelmo lacks, if it says so.
+std::string run(kelmo::ArtifactWebView& view, const std::filesystem::path& file,
+                std::string* missingPackage = nullptr) {
     std::string loadError;
     bool loaded = false;
+    auto missing = view.signalPackageMissing().connect([&](const std::string& name) {
+        if (missingPackage)
+            *missingPackage = name;
+    });
     auto errors =
         view.signalErrorMessage().connect([&](const std::string& message) { loadError = message; });
     auto loading = view.signalIsLoading().connect([&](bool isLoading) { loaded = !isLoading; });
@@ -94,6 +104,10 @@ std::string run(kelmo::ArtifactWebView& view, const std::filesystem::path& file)
                 return verdict == "rendered" || verdict == "error";
             },
             pageDeadline);
+    // The page's report of a missing package arrives from the main loop after the verdict.
+    if (verdict == "error")
+        iterateUntil([] { return false; }, std::chrono::milliseconds{100});
+    missing.disconnect();
     if (!loadError.empty())
         return "load failed: " + loadError;
     if (verdict == "error")
@@ -136,15 +150,36 @@ bool snapshot(WebKitWebView* webView, const std::filesystem::path& file) {
 
 } // namespace
 
+// Downloads the package; whether that worked (why not goes to the report).
+bool fetchPackage(const std::string& name, std::FILE* report) {
+    kelmo::PackageFetcher fetcher{kelmo::PackageFetcher::defaultFolder(),
+                                  kelmo::ArtifactCompiler::bundledEsbuild()};
+    std::optional<kelmo::PackageFetcher::Result> result;
+    fetcher.fetch(
+        name, [](const std::string&) {},
+        [&result](kelmo::PackageFetcher::Result done) { result = std::move(done); });
+    iterateUntil([&] { return result.has_value(); }, std::chrono::minutes{5});
+    const bool ok = result && result->ok;
+    std::fprintf(report, "  %s %s%s%s\n", ok ? "fetched" : "could not fetch", name.c_str(),
+                 ok ? "" : ": ", ok ? "" : (result ? result->message.c_str() : "no answer"));
+    return ok;
+}
+
 int main(int argc, char** argv) {
-    if (argc < 2) {
-        std::fprintf(stderr, "usage: %s FOLDER [WIDTH]\n", argv[0]);
+    std::vector<std::string> arguments{argv + 1, argv + argc};
+    const auto flag = std::find(arguments.begin(), arguments.end(), "--fetch-missing");
+    const bool fetchMissing = flag != arguments.end();
+    if (fetchMissing)
+        arguments.erase(flag);
+    if (arguments.empty()) {
+        std::fprintf(stderr, "usage: %s [--fetch-missing] FOLDER [WIDTH] [SNAPSHOT-FOLDER]\n",
+                     argv[0]);
         return 2;
     }
-    const std::filesystem::path folder{argv[1]};
+    const std::filesystem::path folder{arguments[0]};
     std::error_code error;
-    const int width = argc > 2 ? std::max(320, std::atoi(argv[2])) : 1024;
-    const std::filesystem::path snapshots = argc > 3 ? argv[3] : "";
+    const int width = arguments.size() > 1 ? std::max(320, std::atoi(arguments[1].c_str())) : 1024;
+    const std::filesystem::path snapshots = arguments.size() > 2 ? arguments[2] : "";
     if (!snapshots.empty())
         std::filesystem::create_directories(snapshots, error);
 
@@ -176,7 +211,18 @@ int main(int argc, char** argv) {
 
     int rendered = 0;
     for (const auto& file : files) {
-        const std::string verdict = run(*view, file);
+        std::string missing;
+        std::string verdict = run(*view, file, &missing);
+        // Each package it lacks, once, then the file again.
+        std::vector<std::string> tried;
+        while (fetchMissing && verdict != "rendered" && !missing.empty() &&
+               std::find(tried.begin(), tried.end(), missing) == tried.end()) {
+            tried.push_back(missing);
+            if (!fetchPackage(missing, report))
+                break;
+            missing.clear();
+            verdict = run(*view, file, &missing);
+        }
         const bool passed = verdict == "rendered";
         rendered += passed ? 1 : 0;
         if (!snapshots.empty()) {
