@@ -197,7 +197,11 @@
   // is loaded to tell whether it has the one asked for; the components built on large
   // packages of their own come in a bundle each, after it (js/build.mjs).
   // Component name -> the other bundles its own borrows from.
-  const ownBundles = {};
+  const ownBundles = {
+    calendar: ["lib-day-picker.js"], carousel: [], chart: ["lib-recharts.js"], command: [], drawer: [],
+    form: ["lib-zod.js", "lib-yup.js", "lib-forms.js"], "input-otp": [], resizable: [],
+    sonner: ["lib-sonner.js"],
+  };
   function uiEntry(path) {
     const specifier = `@/${path}`;
     const name = path.slice(path.lastIndexOf("/") + 1);
