@@ -78,7 +78,7 @@ export function Calendar({ className, classNames, showOutsideDays = true, compon
         week: "mt-2 flex w-full",
         week_number_header: "w-8 select-none",
         week_number: "flex h-8 w-8 items-center justify-center text-[0.8rem] text-muted-foreground",
-        day: "relative h-8 w-8 p-0 text-center text-sm focus-within:relative focus-within:z-20",
+        day: "relative h-8 w-8 p-0 text-center text-sm focus-within:relative focus-within:z-20 data-[outside]:data-[selected]:bg-accent/50",
         range_start: "rounded-l-md bg-accent",
         range_middle: "bg-accent",
         range_end: "rounded-r-md bg-accent",

@@ -164,7 +164,8 @@ export const Sidebar = React.forwardRef(function Sidebar(
 export const SidebarTrigger = React.forwardRef(function SidebarTrigger({ className, onClick, ...props }, ref) {
   const { toggleSidebar } = useSidebar();
   return (
-    <Button ref={ref} data-sidebar="trigger" variant="ghost" size="icon" className={cn("h-7 w-7", className)}
+    <Button ref={ref} data-sidebar="trigger" variant="ghost" size="icon"
+      className={cn("h-7 w-7 [&_svg]:h-4 [&_svg]:w-4", className)}
       onClick={(event) => {
         onClick?.(event);
         toggleSidebar();
