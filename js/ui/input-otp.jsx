@@ -22,7 +22,7 @@ export const InputOTPGroup = React.forwardRef(function InputOTPGroup({ className
 export const InputOTPSlot = React.forwardRef(function InputOTPSlot({ index, className, ...props }, ref) {
   const { char, hasFakeCaret, isActive } = React.useContext(OTPInputContext).slots[index] ?? {};
   return (
-    <div ref={ref} data-active={isActive || undefined}
+    <div ref={ref} data-slot="input-otp-slot" data-active={isActive || undefined}
       className={cn("relative flex h-10 w-10 items-center justify-center border-y border-r border-input text-sm transition-all first:rounded-l-md first:border-l last:rounded-r-md",
         isActive && "z-10 ring-2 ring-ring ring-offset-background", className)}
       {...props}>
