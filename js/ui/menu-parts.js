@@ -11,8 +11,8 @@ export const itemClasses =
   "relative flex cursor-default select-none items-center rounded-sm text-sm outline-none focus:bg-accent focus:text-accent-foreground data-[disabled]:pointer-events-none data-[disabled]:opacity-50";
 
 export function menuParts(Menu, name) {
-  const named = (component, part) => {
-    component.displayName = `${name}${part}`;
+  const named = (component, suffix) => {
+    component.displayName = `${name}${suffix}`;
     return component;
   };
 
@@ -35,17 +35,17 @@ export function menuParts(Menu, name) {
   }), "Item");
 
   // Checkbox and radio items: the mark sits in the left padding.
-  const indicated = (Part, mark, part) => named(React.forwardRef(function IndicatedItem(
+  const indicated = (Primitive, mark, suffix) => named(React.forwardRef(function IndicatedItem(
     { className, children, ...props }, ref) {
     return (
-      <Part ref={ref} className={cn(itemClasses, "py-1.5 pl-8 pr-2", className)} {...props}>
+      <Primitive ref={ref} className={cn(itemClasses, "py-1.5 pl-8 pr-2", className)} {...props}>
         <span className="absolute left-2 flex h-3.5 w-3.5 items-center justify-center">
           <Menu.ItemIndicator>{mark}</Menu.ItemIndicator>
         </span>
         {children}
-      </Part>
+      </Primitive>
     );
-  }), part);
+  }), suffix);
 
   const Label = named(React.forwardRef(function Label({ className, inset, ...props }, ref) {
     return <Menu.Label ref={ref}

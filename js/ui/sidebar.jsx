@@ -210,25 +210,25 @@ export const SidebarInput = React.forwardRef(function SidebarInput({ className, 
     {...props} />;
 });
 
-// A plain part of the sidebar, marked by its data-sidebar name.
-function part(Tag, name, displayName, classes) {
-  const Component = React.forwardRef(function SidebarPart({ className, ...props }, ref) {
+// A plain element of the sidebar, marked by its data-sidebar name.
+function element(Tag, name, displayName, classes) {
+  const Component = React.forwardRef(function SidebarElement({ className, ...props }, ref) {
     return <Tag ref={ref} data-sidebar={name} className={cn(classes, className)} {...props} />;
   });
   Component.displayName = displayName;
   return Component;
 }
 
-export const SidebarHeader = part("div", "header", "SidebarHeader", "flex flex-col gap-2 p-2");
-export const SidebarFooter = part("div", "footer", "SidebarFooter", "flex flex-col gap-2 p-2");
-export const SidebarContent = part("div", "content", "SidebarContent",
+export const SidebarHeader = element("div", "header", "SidebarHeader", "flex flex-col gap-2 p-2");
+export const SidebarFooter = element("div", "footer", "SidebarFooter", "flex flex-col gap-2 p-2");
+export const SidebarContent = element("div", "content", "SidebarContent",
   "flex min-h-0 flex-1 flex-col gap-2 overflow-auto group-data-[collapsible=icon]:overflow-hidden");
-export const SidebarGroup = part("div", "group", "SidebarGroup", "relative flex w-full min-w-0 flex-col p-2");
-export const SidebarGroupContent = part("div", "group-content", "SidebarGroupContent", "w-full text-sm");
-export const SidebarMenu = part("ul", "menu", "SidebarMenu", "flex w-full min-w-0 flex-col gap-1");
-export const SidebarMenuItem = part("li", "menu-item", "SidebarMenuItem", "group/menu-item relative");
-export const SidebarMenuSubItem = part("li", "menu-sub-item", "SidebarMenuSubItem", "");
-export const SidebarMenuSub = part("ul", "menu-sub", "SidebarMenuSub",
+export const SidebarGroup = element("div", "group", "SidebarGroup", "relative flex w-full min-w-0 flex-col p-2");
+export const SidebarGroupContent = element("div", "group-content", "SidebarGroupContent", "w-full text-sm");
+export const SidebarMenu = element("ul", "menu", "SidebarMenu", "flex w-full min-w-0 flex-col gap-1");
+export const SidebarMenuItem = element("li", "menu-item", "SidebarMenuItem", "group/menu-item relative");
+export const SidebarMenuSubItem = element("li", "menu-sub-item", "SidebarMenuSubItem", "");
+export const SidebarMenuSub = element("ul", "menu-sub", "SidebarMenuSub",
   "mx-3.5 flex min-w-0 translate-x-px flex-col gap-1 border-l border-[hsl(var(--sidebar-border))] px-2.5 py-0.5 group-data-[collapsible=icon]:hidden");
 
 export const SidebarSeparator = React.forwardRef(function SidebarSeparator({ className, ...props }, ref) {
@@ -236,7 +236,7 @@ export const SidebarSeparator = React.forwardRef(function SidebarSeparator({ cla
     className={cn("mx-2 w-auto bg-[hsl(var(--sidebar-border))]", className)} {...props} />;
 });
 
-// A part that may hand its props to the caller's element (asChild).
+// An element that may hand its props to the caller's element (asChild).
 function slottable(tag, name, displayName, classes) {
   const Component = React.forwardRef(function SidebarSlottable({ className, asChild = false, ...props }, ref) {
     const Tag = asChild ? Slot : tag;
@@ -314,7 +314,7 @@ export const SidebarMenuAction = React.forwardRef(function SidebarMenuAction(
   );
 });
 
-export const SidebarMenuBadge = part("div", "menu-badge", "SidebarMenuBadge", cn(
+export const SidebarMenuBadge = element("div", "menu-badge", "SidebarMenuBadge", cn(
   "pointer-events-none absolute right-1 flex h-5 min-w-[1.25rem] select-none items-center justify-center rounded-md px-1 text-xs font-medium tabular-nums",
   fg,
   "peer-hover/menu-button:text-[hsl(var(--sidebar-accent-foreground))] peer-data-[active=true]/menu-button:text-[hsl(var(--sidebar-accent-foreground))]",
