@@ -177,6 +177,8 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
     runAgain_.disconnect();
     timedOut_ = false;
     loadPending_ = true;
+    readingSource_ = false;
+    awaitingStart_ = false;
 
     // A page that no longer answers (a script that never returns) would hold the next
     // load of its process back: the process goes, and the load starts in a new one.
@@ -193,6 +195,7 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
         const auto page = ArtifactFileSchemeHandler::urlFor(host, url.filename());
         beginLoad(page, false);
         webkit_web_view_load_uri(webView, page.c_str());
+        awaitingStart_ = true;
         startTimeout(webView);
         return;
     }
@@ -201,6 +204,7 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
     // the time-out runs meanwhile, and a read that a newer load overtook is dropped.
     startTimeout(webView);
     const unsigned read = ++sourceReads_;
+    readingSource_ = true;
     SourceFile::readInBackground(
         url, largestSource,
         [this, alive = std::weak_ptr<bool>{alive_}, read, artifact](SourceFile source) {
@@ -211,6 +215,7 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
 }
 
 void ArtifactWebView::Coordinator::runSource(const Artifact& artifact, SourceFile source) {
+    readingSource_ = false;
     WebKitWebView* webView = webView_.get();
     if (!source.code) {
         // The page shown before stays, and goes on as it was.
@@ -242,6 +247,7 @@ void ArtifactWebView::Coordinator::runSource(const Artifact& artifact, SourceFil
     }
     beginLoad(page, true);
     webkit_web_view_load_uri(webView, page.c_str());
+    awaitingStart_ = true;
 }
 
 // Ends everything the player served to the page being replaced: requests still waiting
@@ -357,6 +363,7 @@ void ArtifactWebView::Coordinator::startTimeout(WebKitWebView* webView) {
     timeout_ = Glib::signal_timeout().connect(
         [this, webView] {
             timedOut_ = true;
+            readingSource_ = false;
             webkit_web_view_stop_loading(webView);
             webkit_web_view_terminate_web_process(webView);
             parent_.setIsLoading(false);
@@ -367,6 +374,9 @@ void ArtifactWebView::Coordinator::startTimeout(WebKitWebView* webView) {
 }
 
 void ArtifactWebView::Coordinator::didStartProvisionalNavigation() {
+    if (readingSource_)
+        return; // the page being replaced, which goes on until the source is read
+    awaitingStart_ = false;
     // A load whose time-out came before WebKit began it found nothing to stop then; it
     // is stopped now and stays reported as timed out.
     if (timedOut_) {
@@ -382,6 +392,10 @@ void ArtifactWebView::Coordinator::didStartProvisionalNavigation() {
 }
 
 void ArtifactWebView::Coordinator::didFinish() {
+    // The end of the page being replaced (which may still finish once its script was
+    // let go), not of this load.
+    if (readingSource_ || awaitingStart_)
+        return;
     timeout_.disconnect();
     loadPending_ = false;
     // WebKit also ends a stopped or failed load with "finished".
@@ -391,16 +405,16 @@ void ArtifactWebView::Coordinator::didFinish() {
 }
 
 void ArtifactWebView::Coordinator::didFail(std::string_view uri, const GError* error) {
+    // A navigation away that was refused, or failed on its way out, or the page being
+    // replaced: the load under way goes on, and nothing failed for the user.
+    if (readingSource_ || awaitingStart_ || !navigation_.admitsTopFrameResponse(uri))
+        return;
     timeout_.disconnect();
     loadPending_ = false;
     // A load stopped by its time-out has already been reported as such.
     if (timedOut_)
         return;
     parent_.setIsLoading(false);
-    // A navigation away that was refused, or failed on its way out: the artifact's own
-    // page is still there and nothing failed for the user.
-    if (!navigation_.admitsTopFrameResponse(uri))
-        return;
     parent_.setErrorMessage(error && error->message ? error->message : "");
 }
 

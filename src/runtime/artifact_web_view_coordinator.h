@@ -142,6 +142,12 @@ private:
     // Counts the sources read for loads; a read answers only for the latest load, and
     // only while the coordinator lives.
     unsigned sourceReads_ = 0;
+    // While the source of a load is read: the page shown until then goes on, and what
+    // its own navigation reports is not this load's.
+    bool readingSource_ = false;
+    // From asking WebKit for the page until its navigation starts: the end of the page
+    // it replaces may still be reported meanwhile.
+    bool awaitingStart_ = false;
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
     sigc::connection scriptDialogClosed_;
 };

@@ -281,9 +281,11 @@ TEST_F(PlayerTest, ThePagesDialogsAreAnsweredOverThePlayerWhileItLoadsAndLeaving
     EXPECT_EQ(openDialog(), nullptr);
     ASSERT_TRUE(runMainLoopUntil([&] { return !player->isLoading(); }, pageDeadline));
     EXPECT_EQ(player->errorMessage(), std::nullopt);
-    EXPECT_EQ(evaluateIn(player->hostedWebView().webView(),
-                         "document.getElementById('count').textContent"),
-              "0");
+    // The page has loaded; its component renders right after.
+    EXPECT_TRUE(runMainLoopUntil([&] {
+        return evaluateIn(player->hostedWebView().webView(),
+                          "String(document.getElementById('count')?.textContent)") == "0";
+    }));
 }
 
 TEST_F(PlayerTest, APackageKelmoLacksIsOfferedForDownloadAndAFailureSaysWhy) {
