@@ -267,7 +267,8 @@ void ArtifactStore::noteFolderEvent(const Uuid& folderId, const Glib::RefPtr<Gio
 
     // A lone change (a download, a save) is applied in the next turn of the main loop,
     // with whatever else has arrived by then. Events that closely follow the application
-    // of many are a burst (an archive unpacked, a folder synced): they are applied
+    // of several entries at once are a burst (an archive unpacked, a folder synced, the
+    // monitor handing a burst over in small batches): they are applied
     // together once they have been quiet for a moment, but never held back for long
     // while they keep coming.
     constexpr auto nextTurn = std::chrono::milliseconds{0};
@@ -280,8 +281,7 @@ void ArtifactStore::noteFolderEvent(const Uuid& folderId, const Glib::RefPtr<Gio
         pending.settleTimer.disconnect();
     } else {
         pending.firstPendingEvent = now;
-        constexpr std::size_t manyEntries = 8;
-        pending.inBurst = (pending.lastAppliedCount > manyEntries || pending.lastAppliedWhole) &&
+        pending.inBurst = (pending.lastAppliedCount > 1 || pending.lastAppliedWhole) &&
                           now - pending.lastApplied < quietPeriod;
     }
     const auto delay = pending.inBurst ? quietPeriod : nextTurn;
