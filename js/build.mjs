@@ -112,6 +112,35 @@ export const bundles = {
   "lib-jspdf.js": { modules: { jspdf: "jspdf" } },
   "lib-html2canvas.js": { modules: { html2canvas: "html2canvas" } },
   "lib-html-to-image.js": { modules: { "html-to-image": "html-to-image" } },
+  // Math typesetting, also inside react-markdown.
+  "lib-katex.js": {
+    modules: {
+      katex: "katex",
+      "katex/contrib/auto-render": "katex/contrib/auto-render",
+      "katex/contrib/mhchem": "katex/contrib/mhchem",
+      "react-katex": "react-katex",
+      "remark-math": "remark-math",
+      "rehype-katex": "rehype-katex",
+    },
+  },
+  // Diagrams and node editors.
+  "lib-mermaid.js": { modules: { mermaid: "mermaid" } },
+  "lib-xyflow.js": { modules: { "@xyflow/react": "@xyflow/react" } },
+  "lib-reactflow.js": { modules: { reactflow: "reactflow" } },
+  // 3D for React, over the one three.js.
+  "lib-react-three-fiber.js": {
+    modules: { "@react-three/fiber": "@react-three/fiber" },
+    borrows: ["three"],
+  },
+  "lib-react-three-drei.js": {
+    modules: { "@react-three/drei": "@react-three/drei" },
+    borrows: ["three", "@react-three/fiber"],
+  },
+  // AI SDK clients: they load, and say what went wrong when the request fails.
+  "lib-openai.js": { modules: { openai: "openai" } },
+  "lib-anthropic.js": { modules: { "@anthropic-ai/sdk": "@anthropic-ai/sdk" } },
+  "lib-google-ai.js": { modules: { "@google/generative-ai": "@google/generative-ai" } },
+  "lib-ai-sdk.js": { modules: { ai: "ai", "@ai-sdk/react": "@ai-sdk/react" }, borrows: ["zod"] },
   // Icon sets beside lucide-react, a bundle per set.
   ...iconSetBundles(),
   "kelmo-tailwind.js": { modules: { "kelmo:tailwind": "./tailwind.js" } },
@@ -304,6 +333,18 @@ const lucideInternals = {
   },
 };
 
+// Packages that ship an ES module and a CommonJS build would otherwise come in twice
+// when one dependent imports and another requires them.
+const oneCopy = {
+  name: "kelmo-one-copy",
+  setup(build) {
+    const files = { katex: "katex/dist/katex.mjs" };
+    build.onResolve({ filter: /^katex$/ }, (args) => ({
+      path: path.join(root, "node_modules", files[args.path]),
+    }));
+  },
+};
+
 async function buildBundle(file, { modules, borrows = [], entry, define }, outputFolder) {
   await esbuild.build({
     ...(entry
@@ -324,7 +365,7 @@ async function buildBundle(file, { modules, borrows = [], entry, define }, outpu
     nodePaths: [path.join(root, "node_modules")],
     legalComments: "none",
     logLevel: "warning",
-    plugins: [globalsPlugin(borrows), lucideInternals, borrowedUiParts],
+    plugins: [globalsPlugin(borrows), lucideInternals, borrowedUiParts, oneCopy],
     outfile: path.join(outputFolder, file),
   });
 }
@@ -343,6 +384,30 @@ function cssTarget(target) {
   return undefined;
 }
 
+// A stylesheet is served flat, away from the files beside it, so the fonts and
+// pictures it names by relative URL come inline. Of a font's formats only WOFF2 is
+// kept where there is one: every engine Kelmo runs reads it.
+function copyStylesheet(from, to) {
+  const css = readFileSync(from, "utf8");
+  if (!/url\(/.test(css)) {
+    copyFileSync(from, to);
+    return;
+  }
+  const types = { woff2: "font/woff2", woff: "font/woff", ttf: "font/ttf", svg: "image/svg+xml", png: "image/png", gif: "image/gif" };
+  const onlyWoff2 = css.replace(/src:([^;}]*)/g, (whole, sources) => {
+    const kept = sources.split(/,(?=\s*url\()/).filter((source) => /\.woff2["')?#]/.test(source));
+    return kept.length ? `src:${kept.join(",")}` : whole;
+  });
+  const inlined = onlyWoff2.replace(/url\((["']?)([^"')]+)\1\)/g, (whole, quote, url) => {
+    const file = path.join(path.dirname(from), url.split(/[?#]/)[0]);
+    const type = types[path.extname(file).slice(1)];
+    if (/^(data:|[a-z]+:\/\/|#)/i.test(url) || !type || !existsSync(file))
+      return whole;
+    return `url("data:${type};base64,${readFileSync(file).toString("base64")}")`;
+  });
+  writeFileSync(to, inlined);
+}
+
 function writeStylesheets(outputFolder) {
   const packages = Object.keys(JSON.parse(readFileSync(path.join(root, "package.json"), "utf8")).dependencies);
   const flat = (specifier) => "css~" + specifier.split("/").join("~");
@@ -351,10 +416,10 @@ function writeStylesheets(outputFolder) {
     const walk = (relative) => {
       for (const entry of readdirSync(path.join(folder, relative), { withFileTypes: true })) {
         const inner = path.posix.join(relative, entry.name);
-        if (entry.isDirectory() && entry.name !== "node_modules")
+        if (entry.isDirectory() && !["node_modules", "coverage"].includes(entry.name) && !entry.name.endsWith(".d.ts"))
           walk(inner);
         else if (entry.isFile() && entry.name.endsWith(".css")) {
-          copyFileSync(path.join(folder, inner), path.join(outputFolder, flat(`${name}/${inner}`)));
+          copyStylesheet(path.join(folder, inner), path.join(outputFolder, flat(`${name}/${inner}`)));
         }
       }
     };
@@ -363,7 +428,7 @@ function writeStylesheets(outputFolder) {
     for (const [subpath, target] of Object.entries(exports && typeof exports === "object" ? exports : {})) {
       const file = cssTarget(target);
       if (subpath.endsWith(".css") && typeof file === "string" && existsSync(path.join(folder, file)))
-        copyFileSync(path.join(folder, file), path.join(outputFolder, flat(path.posix.join(name, subpath))));
+        copyStylesheet(path.join(folder, file), path.join(outputFolder, flat(path.posix.join(name, subpath))));
     }
   }
 }

@@ -175,6 +175,19 @@
   offer(["lib-jspdf.js"], ["jspdf"]);
   offer(["lib-html2canvas.js"], ["html2canvas"]);
   offer(["lib-html-to-image.js"], ["html-to-image"]);
+  offer([...react, "lib-katex.js"], ["katex", "react-katex", "remark-math", "rehype-katex"]);
+  offer([...react, "lib-katex.js"], ["katex/contrib/auto-render", "katex/contrib/mhchem"],
+    { hidden: true });
+  offer(["lib-mermaid.js"], ["mermaid"]);
+  offer([...reactDom, "lib-xyflow.js"], ["@xyflow/react"]);
+  offer([...reactDom, "lib-reactflow.js"], ["reactflow"]);
+  offer([...reactDom, "lib-three.js", "lib-react-three-fiber.js"], ["@react-three/fiber"]);
+  offer([...reactDom, "lib-three.js", "lib-react-three-fiber.js", "lib-react-three-drei.js"],
+    ["@react-three/drei"]);
+  offer(["lib-openai.js"], ["openai"]);
+  offer(["lib-anthropic.js"], ["@anthropic-ai/sdk"]);
+  offer(["lib-google-ai.js"], ["@google/generative-ai"]);
+  offer([...react, "lib-zod.js", "lib-ai-sdk.js"], ["ai", "@ai-sdk/react"]);
   for (const set of ["ai", "bi", "bs", "cg", "ci", "di", "fa", "fa6", "fc", "fi", "go", "gr",
     "hi", "hi2", "im", "io", "io5", "lu", "md", "ri", "rx", "si", "sl", "tb", "tfi", "ti", "vsc", "wi"])
     offer([...react, `lib-react-icons-${set}.js`], [`react-icons/${set}`], { hidden: set !== "fa" });

@@ -25,9 +25,15 @@
 
   // Console calls reach the application through the forwarding script that it puts
   // at the start of every page; values are described the way it describes them.
-  function errorText(error) {
+  // The error and what caused it: clients of online services wrap the failure that
+  // says what went wrong ("Connection error." ← "Could not reach …").
+  function errorText(error, depth = 0) {
     const name = error.name || "Error";
-    return error.message ? `${name}: ${error.message}` : name;
+    const text = error.message ? `${name}: ${error.message}` : name;
+    const cause = error.cause;
+    if (!(cause instanceof Error) || depth >= 3 || (error.message || "").includes(cause.message))
+      return text;
+    return `${text}\nCaused by ${errorText(cause, depth + 1)}`;
   }
   const describe = window.kelmoDescribe || String;
 
@@ -118,6 +124,28 @@
   window.addEventListener("unhandledrejection", (event) => {
     runtimeError(event.reason);
   });
+
+  // ---- Online services -----------------------------------------------------------
+
+  // A request to another site that fails names the site and what it takes, rather
+  // than the engine's bare "Load failed".
+  const pageFetch = window.fetch;
+  window.fetch = function fetch(input, init) {
+    return pageFetch.call(this, input, init).catch((error) => {
+      let url;
+      try {
+        url = new URL(input instanceof Request ? input.url : String(input), location.href);
+      } catch {
+        throw error;
+      }
+      if (!(error instanceof TypeError) || url.origin === location.origin || !/^https?:$/.test(url.protocol))
+        throw error;
+      throw new TypeError(
+        `Could not reach ${url.host} (${error.message}). The artifact runs on your computer: ` +
+        "online services need a network connection, and AI services an API key of your own.",
+        { cause: error });
+    });
+  };
 
   // ---- Modules -----------------------------------------------------------------
 

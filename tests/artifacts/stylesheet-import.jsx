@@ -1,4 +1,4 @@
-import "katex/dist/katex.min.css";
+import "bootstrap/dist/css/bootstrap.min.css";
 import "./App.css";
 import { Sparkles } from "lucide-react";
 

@@ -146,13 +146,29 @@ TEST_F(ArtifactLibraryTest, TheWiderLibrarySetWorksAndPackageStylesheetsApplyOrA
     EXPECT_EQ(host().text("#exporters"), "function function function function");
     EXPECT_TRUE(host().waitUntil("document.body.textContent.includes('Saved')")) << "a toast";
 
+    ASSERT_EQ(host().play(artifacts / "math-diagrams-3d-ai.jsx"), "rendered") << host().panelText();
+    EXPECT_EQ(host().evaluate("document.querySelectorAll('#math .katex, #markdown .katex').length"),
+              "2");
+    EXPECT_TRUE(host().waitUntil("[...document.fonts].some((font) => "
+                                 "font.family.includes('KaTeX_Math') && font.status === 'loaded')"))
+        << "the stylesheet's fonts come with it";
+    EXPECT_TRUE(host().waitUntil("document.querySelector('#diagram svg') !== null"));
+    EXPECT_THAT(host().text("#diagram"), HasSubstr("Prototype"));
+    EXPECT_EQ(host().evaluate("document.querySelectorAll('#flow .react-flow__node, "
+                              "#legacy-flow .react-flow__node, #scene canvas').length"),
+              "5");
+    EXPECT_TRUE(host().waitUntil("document.getElementById('ai').textContent !== ''"));
+    EXPECT_THAT(host().text("#ai"), HasSubstr("Could not reach 127.0.0.1:9"));
+
     // A stylesheet Kelmo does not ship, and one of the artifact's own project, are
     // ignored with a warning each.
     StandardOutputCapture output;
     ASSERT_EQ(host().play(artifacts / "stylesheet-import.jsx"), "rendered");
     const auto logged = host().logged(output);
-    EXPECT_THAT(logged, AllOf(HasSubstr("\"katex/dist/katex.min.css\" is not available in Kelmo"),
-                              HasSubstr("\"./App.css\" belongs to the artifact's own project")));
+    EXPECT_THAT(
+        logged,
+        AllOf(HasSubstr("\"bootstrap/dist/css/bootstrap.min.css\" is not available in Kelmo"),
+              HasSubstr("\"./App.css\" belongs to the artifact's own project")));
 }
 
 TEST_F(ArtifactLibraryTest, IconsAnswerByEveryNameAndAnUnknownOneByAPlaceholder) {
