@@ -51,4 +51,12 @@ void setViewToggleStyle(Gtk::Widget& button, bool isActive) {
         button.add_css_class(button_style::viewToggleActive);
 }
 
+void setTooltipAndName(Gtk::Widget& widget, const Glib::ustring& text) {
+    widget.set_tooltip_text(text);
+    Glib::Value<Glib::ustring> name;
+    name.init(Glib::Value<Glib::ustring>::value_type());
+    name.set(text);
+    widget.update_property(Gtk::Accessible::Property::LABEL, name);
+}
+
 } // namespace kelmo

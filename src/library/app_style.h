@@ -35,4 +35,8 @@ void setButtonStyle(Gtk::Widget& button, const char* styleClass);
 // Styles a segment with ViewToggleButtonStyle, active or not.
 void setViewToggleStyle(Gtk::Widget& button, bool isActive);
 
+// An icon-only control's tooltip, which is also what assistive technologies read
+// as its name.
+void setTooltipAndName(Gtk::Widget& widget, const Glib::ustring& text);
+
 } // namespace kelmo

@@ -111,7 +111,7 @@ Gtk::Widget& ArtifactDetailView::detailToolbar() {
     auto& library = *Gtk::make_managed<Gtk::Label>("Library");
     backLabel.append(library);
     back.set_child(backLabel);
-    back.set_tooltip_text("Back to Library");
+    setTooltipAndName(back, "Back to Library");
     back.set_action_name("player.back");
     back.set_valign(Gtk::Align::CENTER);
     toolbar.append(back);
@@ -139,13 +139,13 @@ Gtk::Widget& ArtifactDetailView::detailToolbar() {
 
     toolbar.append(viewportPicker());
     toolbar.append(toolbarDivider());
-    toolbar.append(iconButton("arrow.clockwise", "Reload (⌘R)", "player.reload"));
+    toolbar.append(iconButton("arrow.clockwise", "Reload (Ctrl+R)", "player.reload"));
     favorite_ = &iconButton("star", "Add to Favorites", "player.toggle-favorite");
     favoriteIcon_.set_pixel_size(12);
     favorite_->set_child(favoriteIcon_);
     favorite_->add_css_class("player-favorite");
     toolbar.append(*favorite_);
-    toolbar.append(iconButton("arrow.up.right.square", "Reveal in Finder", "player.reveal"));
+    toolbar.append(iconButton("arrow.up.right.square", "Show in Files", "player.reveal"));
     return toolbar;
 }
 
@@ -162,7 +162,7 @@ Gtk::Button& ArtifactDetailView::iconButton(const char* symbol, const char* tool
     auto& button = *Gtk::make_managed<Gtk::Button>();
     setButtonStyle(button, button_style::appIcon);
     button.set_child(symbolImage(symbol, 12));
-    button.set_tooltip_text(tooltip);
+    setTooltipAndName(button, tooltip);
     button.set_action_name(action);
     button.set_valign(Gtk::Align::CENTER);
     return button;
@@ -539,7 +539,7 @@ void ArtifactDetailView::showArtifactTexts() {
 void ArtifactDetailView::showFavorite() {
     const bool favorite = store_.isFavorite(artifact_);
     favoriteIcon_.set_from_icon_name(symbolIconName(favorite ? "star.fill" : "star"));
-    favorite_->set_tooltip_text(favorite ? "Remove from Favorites" : "Add to Favorites");
+    setTooltipAndName(*favorite_, favorite ? "Remove from Favorites" : "Add to Favorites");
     if (favorite)
         favorite_->add_css_class("favorite");
     else
