@@ -107,6 +107,44 @@ TEST_F(ArtifactLibraryTest, TailwindUtilitiesVariantsArbitraryValuesAndBreakpoin
     host().view().set_halign(Gtk::Align::FILL);
 }
 
+// What Tailwind 3.3 and 3.4 added, as shadcn/ui's components use it today.
+TEST_F(ArtifactLibraryTest, NewerTailwindClassesApplyAndAMenuOpensAboveAStackedCard) {
+    ASSERT_EQ(host().play(artifacts / "tailwind-v3-extras.jsx"), "rendered") << host().panelText();
+    EXPECT_EQ(style("#size", "height"), "16px");                   // size-4
+    EXPECT_EQ(style("#size-arbitrary", "width"), "20px");          // size-[20px]
+    EXPECT_EQ(style("#icon-button svg", "width"), "16px");         // [&_svg]:size-4
+    EXPECT_EQ(style("#icon-button svg", "pointerEvents"), "none"); // [&_svg]:pointer-events-none
+    EXPECT_EQ(style("#clamped span", "webkitLineClamp"), "1");     // [&>span]:line-clamp-1
+    EXPECT_EQ(style("#viewport", "height"), host().evaluate("innerHeight + 'px'")); // h-dvh
+    EXPECT_EQ(style("#viewport", "width"), host().evaluate("innerWidth + 'px'"));   // w-svw
+    EXPECT_EQ(style("#variables", "width"), "123px");                  // w-[--probe-width]
+    EXPECT_EQ(style("#variables", "backgroundColor"), "rgb(1, 2, 3)"); // bg-[--probe-colour]
+    EXPECT_EQ(style("#has", "backgroundColor"), "rgb(241, 245, 249)"); // has-[:checked]:bg-muted
+    EXPECT_EQ(style("#group-has", "fontWeight"), "700");               // group-has-[:checked]:
+    EXPECT_EQ(style("#logical", "marginLeft"), "12px");                // ms-3
+    EXPECT_EQ(style("#logical", "paddingRight"), "20px");              // pe-5
+    EXPECT_EQ(style("#logical", "borderLeftWidth"), "4px");            // border-s-4
+    EXPECT_EQ(style("#logical", "borderBottomLeftRadius"), "8px");     // rounded-s-lg
+    EXPECT_EQ(style("#logical", "borderBottomRightRadius"), "6px");    // rounded-ee-md
+    EXPECT_EQ(style("#logical-rtl", "marginRight"), "12px");           // ms-3, right to left
+    EXPECT_EQ(style("#inset", "right"), "24px");                       // end-6
+    EXPECT_EQ(style("#sidebar", "backgroundColor"), "rgb(250, 250, 250)"); // bg-sidebar
+    EXPECT_EQ(style("#sidebar-primary", "color"), "rgb(250, 250, 250)");
+    EXPECT_EQ(style("#size", "backgroundColor"), "rgb(231, 110, 80)"); // bg-chart-1
+
+    // A menu that opens over a card stacked above the page shows above it: its
+    // popper wrapper takes the menu's z-50 when the menu mounts. (Should the first
+    // frame have come from kept rules, Tailwind takes over after it.)
+    ASSERT_TRUE(host().waitUntil("document.getElementById('kelmo-tailwind-cached') === null"));
+    host().evaluate("document.getElementById('menu-trigger').dispatchEvent(new PointerEvent("
+                    "'pointerdown', { bubbles: true, button: 0, pointerType: 'mouse' }))");
+    ASSERT_TRUE(host().waitUntil("document.getElementById('menu') !== null"));
+    EXPECT_EQ(style("[data-radix-popper-content-wrapper]", "zIndex"), "50");
+    EXPECT_TRUE(host().waitUntil("(({ x, y, width, height }) => document.elementFromPoint("
+                                 "x + width / 2, y + height / 2).closest('#menu') !== null)("
+                                 "document.getElementById('menu').getBoundingClientRect())"));
+}
+
 TEST_F(ArtifactLibraryTest, ShadcnComponentsHaveTheirDefaultLookAndBehave) {
     ASSERT_EQ(host().play(artifacts / "shadcn-login-card.jsx"), "rendered") << host().panelText();
     // Button's default variant: bg-primary on the default theme.
