@@ -60,11 +60,23 @@
     header.append(element("span", "kelmo-error__heading", "This artifact ran into a problem"));
     const dismiss = element("button", "kelmo-error__dismiss", "Dismiss");
     dismiss.type = "button";
-    dismiss.addEventListener("click", () => panel.remove());
+    // Dismissed, the errors wait behind a small button: what the failed render left
+    // may be nothing at all, and a blank page would say nothing.
+    const reopen = element("button", "kelmo-error__reopen", "Show Error");
+    reopen.type = "button";
+    reopen.hidden = true;
+    dismiss.addEventListener("click", () => {
+      panel.hidden = true;
+      reopen.hidden = false;
+    });
+    reopen.addEventListener("click", () => {
+      panel.hidden = false;
+      reopen.hidden = true;
+    });
     header.append(dismiss);
     inner.append(header);
     panel.append(inner);
-    document.body.append(panel);
+    document.body.append(panel, reopen);
     return panel;
   }
 
@@ -111,6 +123,9 @@
     if (report.details)
       entry.append(element("pre", "kelmo-error__details", report.details.trim()));
     panel.querySelector(".kelmo-error__inner").append(entry);
+    // A new error is news: the panel comes back if it was dismissed.
+    panel.hidden = false;
+    document.querySelector(".kelmo-error__reopen").hidden = true;
   }
 
   function runtimeError(error, details, alreadyLogged) {

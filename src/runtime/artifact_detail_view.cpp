@@ -12,8 +12,10 @@
 #include "store/settings_keys.h"
 
 #include <giomm/simpleactiongroup.h>
+#include <glibmm/main.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/separator.h>
 #include <gtkmm/shortcutcontroller.h>
 #include <gtkmm/spinner.h>
@@ -60,7 +62,10 @@ ArtifactDetailView::ArtifactDetailView(ArtifactStore& store, const Artifact& art
     stage_.set_vexpand(true);
     stage_.set_overflow(Gtk::Overflow::HIDDEN);
     stage_.set_child(*Gtk::make_managed<PlayerBackground>());
-    append(stage_);
+    noticeLayer_.set_child(stage_);
+    noticeLayer_.add_overlay(diskNotice());
+    noticeLayer_.add_overlay(arrivalNotice());
+    append(noticeLayer_);
 
     showArtifactTexts();
     showFavorite();
@@ -68,10 +73,16 @@ ArtifactDetailView::ArtifactDetailView(ArtifactStore& store, const Artifact& art
     placeRunArea();
     load();
     storeChanged_ = store_.signalChanged().connect([this] { showFavorite(); });
+    artifactArrived_ = store_.signalArtifactArrived().connect(
+        sigc::mem_fun(*this, &ArtifactDetailView::offerArrival));
+    sourceWatch_.signalChanged().connect(sigc::mem_fun(*this, &ArtifactDetailView::reloadFromDisk));
 }
 
 ArtifactDetailView::~ArtifactDetailView() {
     storeChanged_.disconnect();
+    artifactArrived_.disconnect();
+    diskNoticeTimer_.disconnect();
+    arrivalTimer_.disconnect();
 }
 
 void ArtifactDetailView::installActions() {
@@ -200,6 +211,9 @@ void ArtifactDetailView::showArtifact(const Artifact& artifact) {
     errorMessage_.reset();
     reloadToken_ = Uuid::random();
     errorLabel_.set_visible(false);
+    sourceWatch_.clear();
+    if (arrival_ && arrival_->path() == artifact_.path())
+        hideArrival();
     load();
     stateChanged_.emit();
 }
@@ -209,7 +223,7 @@ void ArtifactDetailView::setViewport(ViewportMode mode) {
     viewport_ = mode;
     if (sameWebView) {
         if (const auto width = deviceWidth(mode))
-            stageContent_->set_size_request(*width, -1);
+            deviceFrame_->set_size_request(*width, -1);
     } else {
         placeRunArea();
     }
@@ -230,7 +244,81 @@ void ArtifactDetailView::reload() {
 void ArtifactDetailView::load() {
     endedOverlay_->set_visible(false);
     packageOffer_->set_visible(false);
+    sourceWatch_.watch({artifact_.url});
     webView_->loadIfNeeded(artifact_, reloadToken_);
+}
+
+// The file changed on disk (an editor saved it): it runs again as it is now, in the
+// same device width.
+void ArtifactDetailView::reloadFromDisk() {
+    reload();
+    diskNotice_.set_visible(true);
+    diskNoticeTimer_.disconnect();
+    diskNoticeTimer_ = Glib::signal_timeout().connect(
+        [this] {
+            diskNotice_.set_visible(false);
+            return false;
+        },
+        2000);
+}
+
+Gtk::Widget& ArtifactDetailView::diskNotice() {
+    diskNotice_.set_text("Updated from disk");
+    diskNotice_.add_css_class("disk-notice");
+    diskNotice_.set_halign(Gtk::Align::END);
+    diskNotice_.set_valign(Gtk::Align::START);
+    diskNotice_.set_can_target(false);
+    diskNotice_.set_visible(false);
+    return diskNotice_;
+}
+
+// Another file arrived in a watched folder while this one plays: offered, not opened.
+Gtk::Widget& ArtifactDetailView::arrivalNotice() {
+    arrivalNotice_.add_css_class("arrival-notice");
+    arrivalNotice_.set_halign(Gtk::Align::CENTER);
+    arrivalNotice_.set_valign(Gtk::Align::START);
+    arrivalNotice_.set_visible(false);
+    arrivalText_.set_ellipsize(Pango::EllipsizeMode::MIDDLE);
+    arrivalText_.set_max_width_chars(40);
+    arrivalNotice_.append(arrivalText_);
+    auto& open = *Gtk::make_managed<Gtk::Button>("Open");
+    open.add_css_class("arrival-open");
+    open.signal_clicked().connect([this] {
+        if (!arrival_)
+            return;
+        const Artifact arrival = *arrival_;
+        hideArrival();
+        store_.markRecent(arrival);
+        store_.setSelectedArtifact(arrival);
+    });
+    arrivalNotice_.append(open);
+    auto& close = *Gtk::make_managed<Gtk::Button>();
+    close.add_css_class("arrival-close");
+    close.set_child(symbolImage("xmark.circle.fill", 12));
+    setTooltipAndName(close, "Dismiss");
+    close.signal_clicked().connect(sigc::mem_fun(*this, &ArtifactDetailView::hideArrival));
+    arrivalNotice_.append(close);
+    return arrivalNotice_;
+}
+
+void ArtifactDetailView::offerArrival(const Artifact& arrival) {
+    arrival_ = arrival;
+    arrivalText_.set_text(displayName(std::filesystem::path{arrival.url}.filename().native()) +
+                          " \u2014");
+    arrivalNotice_.set_visible(true);
+    arrivalTimer_.disconnect();
+    arrivalTimer_ = Glib::signal_timeout().connect_seconds(
+        [this] {
+            hideArrival();
+            return false;
+        },
+        20);
+}
+
+void ArtifactDetailView::hideArrival() {
+    arrivalTimer_.disconnect();
+    arrival_.reset();
+    arrivalNotice_.set_visible(false);
 }
 
 // Puts a new run area on the stage: filling it in Desktop, inside a device window
@@ -240,9 +328,10 @@ void ArtifactDetailView::load() {
 void ArtifactDetailView::placeRunArea() {
     Gtk::Widget* const previous = stageContent_;
     deviceName_ = nullptr;
+    deviceFrame_ = nullptr;
     Gtk::Widget& area = runArea();
     const auto width = deviceWidth(viewport_);
-    stageContent_ = width ? &deviceFrame(*width) : &area;
+    stageContent_ = width ? &deviceWindow(area, *width) : &area;
     stage_.add_overlay(*stageContent_);
     if (previous)
         stage_.remove_overlay(*previous);
@@ -278,8 +367,11 @@ Gtk::Widget& ArtifactDetailView::runArea() {
     return area;
 }
 
-Gtk::Widget& ArtifactDetailView::deviceFrame(int width) {
+// The device window, centred on the stage; a stage narrower than the device scrolls
+// sideways rather than cut the window off.
+Gtk::Widget& ArtifactDetailView::deviceWindow(Gtk::Widget& area, int width) {
     auto& frame = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 0);
+    deviceFrame_ = &frame;
     frame.add_css_class("device-frame");
     frame.set_overflow(Gtk::Overflow::HIDDEN);
     frame.set_size_request(width, -1);
@@ -309,8 +401,13 @@ Gtk::Widget& ArtifactDetailView::deviceFrame(int width) {
     titleBar.append(balance);
     frame.append(titleBar);
 
-    frame.append(runArea());
-    return frame;
+    frame.append(area);
+
+    auto& scroller = *Gtk::make_managed<Gtk::ScrolledWindow>();
+    scroller.add_css_class("device-scroller");
+    scroller.set_policy(Gtk::PolicyType::AUTOMATIC, Gtk::PolicyType::NEVER);
+    scroller.set_child(frame);
+    return scroller;
 }
 
 namespace {
@@ -519,6 +616,8 @@ void ArtifactDetailView::setIsLoading(bool loading) {
         return;
     isLoading_ = loading;
     loadingOverlay_->set_visible(loading);
+    if (!loading)
+        sourceWatch_.watch(webView_->servedFiles());
     stateChanged_.emit();
 }
 

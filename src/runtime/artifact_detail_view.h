@@ -2,6 +2,7 @@
 
 #include "model/artifact.h"
 #include "model/uuid.h"
+#include "runtime/source_watch.h"
 #include "runtime/viewport_mode.h"
 #include "store/artifact_store.h"
 
@@ -74,7 +75,7 @@ private:
     void reload();
     void placeRunArea();
     Gtk::Widget& runArea();
-    Gtk::Widget& deviceFrame(int width);
+    Gtk::Widget& deviceWindow(Gtk::Widget& area, int width);
     Gtk::Widget& loadingOverlay();
     Gtk::Widget& endedOverlay();
     void showScriptDialog(const std::shared_ptr<ScriptDialog>& dialog, Gtk::Overlay& area);
@@ -82,6 +83,11 @@ private:
     void offerPackage(const std::string& name);
     void fetchPackage();
     void load();
+    void reloadFromDisk();
+    Gtk::Widget& diskNotice();
+    Gtk::Widget& arrivalNotice();
+    void offerArrival(const Artifact& arrival);
+    void hideArrival();
 
     void setIsLoading(bool loading);
     void setErrorMessage(std::optional<std::string> message);
@@ -98,6 +104,8 @@ private:
     ViewportMode viewport_ = ViewportMode::desktop;
     sigc::signal<void()> stateChanged_;
     sigc::connection storeChanged_;
+    sigc::connection artifactArrived_;
+    SourceWatch sourceWatch_;
 
     TypeBadge* typeBadge_ = nullptr;
     Gtk::Label name_;
@@ -107,8 +115,10 @@ private:
     Gtk::Button* favorite_ = nullptr;
     Gtk::Image favoriteIcon_;
 
+    Gtk::Overlay noticeLayer_; // the stage, with notices over it
     Gtk::Overlay stage_;
     Gtk::Widget* stageContent_ = nullptr; // the run area, or the device window holding it
+    Gtk::Widget* deviceFrame_ = nullptr;  // the device window's frame, while one is shown
     Gtk::Label* deviceName_ = nullptr;    // the device window's title, while one is shown
     ArtifactWebView* webView_ = nullptr;
     Gtk::Widget* loadingOverlay_ = nullptr;
@@ -119,6 +129,14 @@ private:
     Gtk::Button* packageButton_ = nullptr;
     Gtk::Spinner* packageSpinner_ = nullptr;
     std::string missingPackage_;
+    // "Updated from disk", for a moment after the file changed and ran again.
+    Gtk::Label diskNotice_;
+    sigc::connection diskNoticeTimer_;
+    // "<name> — Open": a file that arrived in a watched folder meanwhile.
+    Gtk::Box arrivalNotice_{Gtk::Orientation::HORIZONTAL, 8};
+    Gtk::Label arrivalText_;
+    std::optional<Artifact> arrival_;
+    sigc::connection arrivalTimer_;
 };
 
 } // namespace kelmo

@@ -41,11 +41,13 @@ bool isInside(const std::filesystem::path& file, const std::filesystem::path& fo
 void ArtifactFileSchemeHandler::setRoot(const std::filesystem::path& folder, std::string host) {
     root_ = folder;
     host_ = std::move(host);
+    served_.clear();
 }
 
 void ArtifactFileSchemeHandler::clear() {
     root_.reset();
     host_.clear();
+    served_.clear();
 }
 
 std::string ArtifactFileSchemeHandler::urlFor(std::string_view host,
@@ -87,6 +89,7 @@ SchemeResult ArtifactFileSchemeHandler::resolve(std::string_view url) const {
     auto bytes = readWholeFile(*file);
     if (!bytes)
         return SchemeError::fileDoesNotExist;
+    served_.insert(*root_ / relative);
     return SchemeResponse{std::move(*bytes), mimeType(relative)};
 }
 

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -37,6 +38,9 @@ public:
     // The file at the URL's path below the root, typed by its extension.
     SchemeResult resolve(std::string_view url) const;
 
+    // Every file served since the root was set, as named below it.
+    const std::set<std::filesystem::path>& servedFiles() const { return served_; }
+
     // The types of common web files by extension (case-insensitive); other extensions
     // are guessed from the system's content-type database.
     static std::string mimeType(const std::filesystem::path& file);
@@ -44,6 +48,7 @@ public:
 private:
     std::optional<std::filesystem::path> root_;
     std::string host_;
+    mutable std::set<std::filesystem::path> served_;
 };
 
 } // namespace kelmo

@@ -118,6 +118,13 @@ void ArtifactWebView::loadIfNeeded(const Artifact& artifact, const Uuid& reloadT
         coordinator_->loadIfNeeded(artifact, reloadToken, webView_.get());
 }
 
+std::vector<std::filesystem::path> ArtifactWebView::servedFiles() const {
+    if (!coordinator_ || !coordinator_->fileSchemeHandler)
+        return {};
+    const auto& served = coordinator_->fileSchemeHandler->servedFiles();
+    return {served.begin(), served.end()};
+}
+
 void ArtifactWebView::setLoadTimeout(std::chrono::milliseconds timeout) {
     if (coordinator_)
         coordinator_->loadTimeout = timeout;

@@ -17,6 +17,7 @@
 #include <optional>
 #include <sigc++/signal.h>
 #include <string>
+#include <vector>
 #include <webkit/webkit.h>
 
 namespace kelmo {
@@ -86,6 +87,10 @@ public:
         std::function<void(const std::string& suggestedName,
                            std::function<void(std::optional<std::filesystem::path>)> chosen)>;
     void setSaveChooser(SaveChooser chooser);
+
+    // The files of an HTML artifact's folder that its page has loaded so far, the page
+    // itself included; none for JSX and TSX, whose page is Kelmo's.
+    std::vector<std::filesystem::path> servedFiles() const;
 
     // The hosted web view, for running scripts in the page (tests, tools); null once
     // the widget has been destroyed.

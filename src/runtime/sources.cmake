@@ -4,6 +4,7 @@
 add_library(kelmo_runtime_schemes STATIC
   ${CMAKE_CURRENT_LIST_DIR}/scheme_support.cpp
   ${CMAKE_CURRENT_LIST_DIR}/source_file.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/source_watch.cpp
   ${CMAKE_CURRENT_LIST_DIR}/package_fetcher.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_origin.cpp
   ${CMAKE_CURRENT_LIST_DIR}/navigation_policy.cpp

@@ -50,6 +50,8 @@ void respond(WebKitURISchemeRequest* request, const SchemeResult& result, bool a
     } else {
         soup_message_headers_append(headers, "Content-Type", answer.mimeType.c_str());
         soup_message_headers_append(headers, "Content-Length", std::to_string(length).c_str());
+        // An artifact's own files change as it is edited: a reload reads them anew.
+        soup_message_headers_append(headers, "Cache-Control", "no-store");
         webkit_uri_scheme_response_set_content_type(response.get(), answer.mimeType.c_str());
     }
     // The response takes over the headers.

@@ -49,6 +49,9 @@ public:
     ArtifactStore& operator=(const ArtifactStore&) = delete;
 
     sigc::signal<void()>& signalChanged() { return signalChanged_; }
+    // A new file arrived in a watched folder while another artifact is selected (a
+    // finished download, a new export). With nothing selected, the arrival is selected.
+    sigc::signal<void(const Artifact&)>& signalArtifactArrived() { return artifactArrived_; }
 
     // Published properties.
     const std::vector<Artifact>& allArtifacts() const { return allArtifacts_; }
@@ -132,6 +135,7 @@ private:
     SettingsStore settings_;
     std::shared_ptr<OpenPanel> openPanel_;
     sigc::signal<void()> signalChanged_;
+    sigc::signal<void(const Artifact&)> artifactArrived_;
 
     std::vector<Artifact> allArtifacts_;
     std::optional<Artifact> selectedArtifact_;

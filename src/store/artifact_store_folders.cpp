@@ -331,6 +331,7 @@ void ArtifactStore::applyEntryChanges(const WatchedFolder& folder,
     }
 
     bool changed = false;
+    std::unordered_set<std::string> known;
     std::vector<Artifact> library;
     library.reserve(allArtifacts_.size() + present.size());
     for (const auto& artifact : allArtifacts_) {
@@ -338,6 +339,7 @@ void ArtifactStore::applyEntryChanges(const WatchedFolder& folder,
             library.push_back(artifact);
             continue;
         }
+        known.insert(artifact.path());
         const auto found = present.find(artifact.path());
         if (found != present.end() && found->second == artifact.modifiedAt) {
             library.push_back(artifact);
@@ -346,16 +348,27 @@ void ArtifactStore::applyEntryChanges(const WatchedFolder& folder,
             changed = true;
         }
     }
+    // A path the library did not have is an arrival; a file rewritten in place or
+    // replaced by rename (as editors save) is not.
+    std::optional<Artifact> newestArrival;
     for (const auto& [path, modifiedAt] : present) {
         library.push_back(Artifact::make(path, modifiedAt));
         changed = true;
+        if (known.count(path) == 0 && (!newestArrival || modifiedAt > newestArrival->modifiedAt))
+            newestArrival = library.back();
     }
     if (changed) {
         sortNewestFirst(library);
         setAllArtifacts(std::move(library));
     }
-    if (!selectedArtifact_ && !allArtifacts_.empty())
-        setSelectedArtifact(allArtifacts_.front());
+    // Only an arrival moves the selection: entries that come and go without one (a
+    // download's partial file, a deletion) leave the library where it is.
+    if (!newestArrival)
+        return;
+    if (!selectedArtifact_)
+        setSelectedArtifact(*newestArrival);
+    else if (selectedArtifact_->path() != newestArrival->path())
+        artifactArrived_.emit(*newestArrival);
 }
 
 } // namespace kelmo
