@@ -15,7 +15,6 @@ using testing::writeFile;
 
 constexpr char templateText[] = "<script>const code = {{ARTIFACT_CODE_JSON}};</script>";
 constexpr char page[] = "artifact://0a1b/";
-// Where the runtime files are.
 std::string runtime(std::string_view path) {
     return "artifact://" + std::string{runtimeHost} + "/" + std::string{path};
 }
@@ -32,10 +31,14 @@ protected:
             writeFile(resources / name, "x");
     }
 
-    // The page is served once per load: each page request here is a load of its own.
-    SchemeResponse answer(std::string_view url) {
+    // Each request here is a load of its own: the page is served once per load.
+    SchemeResult resolve(std::string_view url) {
         handler.pageAwaited = true;
-        auto result = handler.resolve(url);
+        return handler.resolve(url);
+    }
+
+    SchemeResponse answer(std::string_view url) {
+        auto result = resolve(url);
         auto* response = std::get_if<SchemeResponse>(&result);
         if (!response) {
             ADD_FAILURE() << "no answer for " << url;
@@ -52,24 +55,23 @@ protected:
     }();
 };
 
-TEST_F(ArtifactSchemeHandlerTest, PageUrlsServeTheTemplateReadAfreshWithEveryPlaceholderFilled) {
+TEST_F(ArtifactSchemeHandlerTest, ThePageIsTheTemplateReadAfreshFilledInOnePassAndServedOnce) {
     EXPECT_EQ(answer(page).body, "<script>const code = \"\";</script>") << "before any load";
     handler.artifactCode = "let a = 1;";
     const SchemeResponse expected{"<script>const code = \"let a = 1;\";</script>", "text/html"};
     for (const auto* url : {page, "artifact://0a1b", "artifact://0a1b/?reload=1#top"})
         EXPECT_EQ(answer(url), expected) << url;
-    EXPECT_EQ(ArtifactSchemeHandler::pageUrl("0a1b"), page);
 
-    // Served once, to the load it was made for; under the artifact's own host only.
-    handler.pageAwaited = true;
-    EXPECT_EQ(handler.resolve(page), SchemeResult{expected});
-    EXPECT_EQ(handler.resolve(page), doesNotExist);
-    handler.pageAwaited = true;
-    EXPECT_EQ(handler.resolve("artifact://0a1c/"), doesNotExist);
+    EXPECT_EQ(resolve(page), SchemeResult{expected});
+    EXPECT_EQ(handler.resolve(page), doesNotExist) << "a second time";
+    EXPECT_EQ(resolve("artifact://0a1c/"), doesNotExist);
     handler.host.clear();
-    EXPECT_EQ(handler.resolve(page), doesNotExist);
-    EXPECT_EQ(handler.resolve("artifact:///"), doesNotExist);
+    EXPECT_EQ(resolve(page), doesNotExist);
+    EXPECT_EQ(resolve("artifact:///"), doesNotExist);
     handler.host = "0a1b";
+
+    writeFile(resources / "runtime.html", "\xff\xfe<html>");
+    EXPECT_EQ(resolve(page), doesNotExist) << "a template that is not UTF-8";
 
     // Every placeholder is filled wherever it stands, in one pass: code that happens to
     // hold a placeholder's text is embedded as it is.
@@ -87,32 +89,20 @@ TEST_F(ArtifactSchemeHandlerTest, PageUrlsServeTheTemplateReadAfreshWithEveryPla
               R"("{{COMPILED_ARTIFACT_JSON}}"|"{{COMPILED_ARTIFACT_JSON}}" )"
               R"("{\"code\":\"\u003c\/script\u003e\"}" "abc" ".p-4{padding:1rem}" )"
               R"("app\u003c\/script\u003e.jsx")");
-
-    // A template that is not UTF-8, or missing, does not exist.
-    writeFile(resources / "runtime.html", "\xff\xfe<html>");
-    handler.pageAwaited = true;
-    EXPECT_EQ(handler.resolve(page), doesNotExist);
-    std::filesystem::remove(resources / "runtime.html");
-    handler.pageAwaited = true;
-    EXPECT_EQ(handler.resolve(page), doesNotExist);
 }
 
 TEST_F(ArtifactSchemeHandlerTest,
        TheModuleCompiledOnTheSideIsAScriptThatWaitsOnlyForARunningCompile) {
     const std::string url = "artifact://0a1b/kelmo-compiled-module.js?key=abc";
+    const std::string none = "window.kelmoCompiledArtifact = null;\n";
     handler.compileKey = "abc";
     EXPECT_FALSE(handler.answersLater(url));
-    EXPECT_EQ(answer(url),
-              (SchemeResponse{"window.kelmoCompiledArtifact = null;\n", "application/javascript"}));
+    EXPECT_EQ(answer(url), (SchemeResponse{none, "application/javascript"}));
 
-    std::vector<std::function<void()>> waiting;
-    handler.whenCompiled = [&waiting](std::function<void()> done) {
-        waiting.push_back(std::move(done));
-    };
+    handler.whenCompiled = [](std::function<void()>) {};
     EXPECT_TRUE(handler.answersLater(url));
     EXPECT_FALSE(handler.answersLater(runtime("kelmo-compiled-module.js?key=abc")));
     EXPECT_FALSE(handler.answersLater("artifact://0a1c/kelmo-compiled-module.js?key=abc"));
-
     handler.compiledArtifact = R"({"code":"</script>"})";
     EXPECT_EQ(
         answer(url).body,
@@ -122,48 +112,58 @@ TEST_F(ArtifactSchemeHandlerTest,
     for (const auto* other : {"artifact://0a1b/kelmo-compiled-module.js?key=abd",
                               "artifact://0a1b/kelmo-compiled-module.js"}) {
         EXPECT_FALSE(handler.answersLater(other)) << other;
-        EXPECT_EQ(answer(other).body, "window.kelmoCompiledArtifact = null;\n") << other;
+        EXPECT_EQ(answer(other).body, none) << other;
     }
 }
 
 TEST_F(ArtifactSchemeHandlerTest,
        TheRuntimeHostServesTopLevelResourcesByLastComponentAndNothingElseDoes) {
-    EXPECT_EQ(answer(runtime("react.js")),
-              (SchemeResponse{"window.React = {};", "application/javascript"}));
-    EXPECT_EQ(answer(runtime("vendor/lib/react.js?v=2")).body, "window.React = {};");
-    EXPECT_EQ(answer(runtime("%72eact.js")).body, "window.React = {};");
-    EXPECT_EQ(answer(runtime("runtime.html")), (SchemeResponse{templateText, "text/html"}));
-    EXPECT_EQ(answer(runtime("Vendor.JS")), (SchemeResponse{"upper", "application/javascript"}));
+    const std::string script = "application/javascript", bytes = "application/octet-stream";
+    const std::tuple<std::string, std::string, std::string> served[] = {
+        {"react.js", "window.React = {};", script},
+        {"vendor/lib/react.js?v=2", "window.React = {};", script},
+        {"%72eact.js", "window.React = {};", script},
+        {"runtime.html", templateText, "text/html"},
+        {"Vendor.JS", "upper", script},
+        {"LICENSE", "x", bytes},
+        {"page.htm", "x", bytes},
+        {"data.json", "x", bytes},
+        {"icon.svg", "x", bytes},
+    };
+    for (const auto& [path, body, type] : served)
+        EXPECT_EQ(answer(runtime(path)), (SchemeResponse{body, type})) << path;
 
     for (const auto& url : {std::string{"artifact://0a1b/react.js"}, runtime("missing.js"),
                             runtime("vendor.js"), runtime("sub/nested.js"), runtime("")})
-        EXPECT_EQ(handler.resolve(url), doesNotExist) << url;
+        EXPECT_EQ(resolve(url), doesNotExist) << url;
     // Nothing at all while no artifact is run.
     handler.host.clear();
-    EXPECT_EQ(handler.resolve(runtime("react.js")), doesNotExist);
-    EXPECT_EQ(handler.resolve("not a url"), SchemeResult{SchemeError::badURL});
+    EXPECT_EQ(resolve(runtime("react.js")), doesNotExist);
+    EXPECT_EQ(resolve("not a url"), SchemeResult{SchemeError::badURL});
 }
 
 TEST_F(ArtifactSchemeHandlerTest, TheIconTableIsServedWholeOrOnlyTheIconsNamed) {
     const std::string heart = R"(kelmoLucideIcon("heart",["Heart","HeartIcon"],"{}");)";
     const std::string star = R"(kelmoLucideIcon("star",["Star","LucideStar"],"{\"node\":[]}");)";
-    const std::string sun = R"(kelmoLucideIcon("sun",["Sun"],"{}");)";
-    const std::string listed = R"(kelmoLucideListed(["Heart","Star","Sun"]);)";
-    const std::string table = heart + "\n" + star + "\n" + sun + "\n" + listed + "\n";
+    const std::string table = heart + "\n" + star + "\n" +
+                              R"(kelmoLucideIcon("sun",["Sun"],"{}");)" + "\n" +
+                              R"(kelmoLucideListed(["Heart","Star","Sun"]);)" + "\n";
     writeFile(resources / "lucide-icons.js", table);
 
-    EXPECT_EQ(answer(runtime("lucide-icons.js")).body, table);
-    // By any name an icon is exported under, in the table's order, each once.
-    const auto some = answer(runtime("lucide-icons.js?names=LucideStar%2CHeart,Heart"));
-    EXPECT_EQ(some.body, heart + "\n" + star + "\n");
-    EXPECT_EQ(some.mimeType, "application/javascript");
-    EXPECT_EQ(answer(runtime("lucide-icons.js?names=")).body, "");
-    EXPECT_EQ(answer(runtime("lucide-icons.js?names=Nope,listed")).body, "");
-    // Only that table answers in part.
-    EXPECT_EQ(answer(runtime("react.js?names=Heart")).body, "window.React = {};");
+    // By any name an icon is exported under, in the table's order, each once; only that
+    // table answers in part.
+    const std::pair<std::string, std::string> asked[] = {
+        {"lucide-icons.js", table},
+        {"lucide-icons.js?names=LucideStar%2CHeart,Heart", heart + "\n" + star + "\n"},
+        {"lucide-icons.js?names=", ""},
+        {"lucide-icons.js?names=Nope,listed", ""},
+        {"react.js?names=Heart", "window.React = {};"},
+    };
+    for (const auto& [path, body] : asked)
+        EXPECT_EQ(answer(runtime(path)), (SchemeResponse{body, "application/javascript"})) << path;
 }
 
-TEST_F(ArtifactSchemeHandlerTest, HeadersAreExactlyTypeLengthOriginAndOtherFilesAreBytes) {
+TEST_F(ArtifactSchemeHandlerTest, HeadersAreExactlyTypeLengthAndAnyOrigin) {
     handler.artifactCode = "const greeting = \"héllo ✓\";";
     const auto shown = answer(page);
     const HeaderFields expected{
@@ -172,8 +172,6 @@ TEST_F(ArtifactSchemeHandlerTest, HeadersAreExactlyTypeLengthOriginAndOtherFiles
         {"Access-Control-Allow-Origin", "*"},
     };
     EXPECT_EQ(headerFields(shown), expected);
-    for (const auto* name : {"LICENSE", "page.htm", "data.json", "icon.svg"})
-        EXPECT_EQ(answer(runtime(name)).mimeType, "application/octet-stream") << name;
 }
 
 TEST(EscapeForHTMLScript, WritesAJsonStringLiteralNoMarkupCanEndAndNothingForBadUtf8) {

@@ -22,30 +22,38 @@ protected:
         store->addArtifact(file);
         return *store->selectedArtifact();
     }
+
+    std::vector<std::string> saved(const char* key) const {
+        return savedSettings().stringArray(key).value_or(std::vector<std::string>{});
+    }
 };
 
-TEST_F(ArtifactStoreTest, AddingPutsANewFileFirstSelectedAndRecentAndOnlySelectsAKnownOne) {
-    EXPECT_FALSE(store->selectedArtifact());
+// Selection and recents on opening: DuskwellAppTest.OpenedFilesJoinTheLibrary...
+TEST_F(ArtifactStoreTest, AddingPutsANewFileFirstAndSavesItAsRecentAndRemovingDropsIt) {
     const Artifact a = add("a.jsx");
     const Artifact b = add("b.html");
     EXPECT_EQ(names(store->allArtifacts()), (std::vector<std::string>{"b", "a"}));
-    EXPECT_EQ(store->selectedArtifact()->id, b.id);
-    EXPECT_EQ(store->recentPaths(), (std::vector<std::string>{b.path(), a.path()}));
-    EXPECT_EQ(savedSettings().stringArray(settings_keys::recentPaths), store->recentPaths());
-
+    EXPECT_EQ(saved(settings_keys::recentPaths), (std::vector<std::string>{b.path(), a.path()}));
     store->addArtifact(a.url);
-    EXPECT_EQ(store->selectedArtifact()->id, a.id);
-    EXPECT_EQ(names(store->allArtifacts()), (std::vector<std::string>{"b", "a"}));
-    EXPECT_EQ(store->recentPaths(), (std::vector<std::string>{b.path(), a.path()}));
+    EXPECT_EQ(store->recentPaths(), (std::vector<std::string>{b.path(), a.path()}))
+        << "a known file is only selected";
 
-    // Any regular file is accepted and typed by its extension; nothing else is, whatever
-    // its name: a missing file, a folder, a named pipe.
-    EXPECT_EQ(add("notes.md").type.kind, ArtifactType::Kind::html);
+    // Any regular file is accepted; nothing else is, whatever its name: a missing file, a
+    // folder, a named pipe.
+    const Artifact notes = add("notes.md");
     std::filesystem::create_directories(root / "folder.jsx");
     ASSERT_EQ(::mkfifo((root / "pipe.jsx").c_str(), 0600), 0);
     for (const auto* name : {"missing/ghost.tsx", "folder.jsx", "pipe.jsx"})
         store->addArtifact(root / name);
     EXPECT_EQ(names(store->allArtifacts()), (std::vector<std::string>{"notes", "b", "a"}));
+
+    // Removing clears the selection only for the selected record.
+    store->removeArtifact(store->allArtifacts().back()); // a reference into the store's own list
+    EXPECT_EQ(names(store->allArtifacts()), (std::vector<std::string>{"notes", "b"}));
+    EXPECT_EQ(store->selectedArtifact()->id, notes.id);
+    store->removeArtifact(notes);
+    EXPECT_FALSE(store->selectedArtifact());
+    EXPECT_EQ(names(store->allArtifacts()), std::vector<std::string>{"b"});
 }
 
 TEST_F(ArtifactStoreTest, RecentsKeepTheTwentyNewestMoveRepeatsToTheFrontAndSkipRemovedFiles) {
@@ -57,20 +65,20 @@ TEST_F(ArtifactStoreTest, RecentsKeepTheTwentyNewestMoveRepeatsToTheFrontAndSkip
     EXPECT_EQ(store->recentPaths().back(), added[1].path());
 
     store->markRecent(added[10]);
-    EXPECT_EQ(store->recentPaths().size(), 20u);
-    EXPECT_EQ(store->recentPaths().front(), added[10].path());
-    EXPECT_EQ(
-        std::count(store->recentPaths().begin(), store->recentPaths().end(), added[10].path()), 1);
-    EXPECT_EQ(savedSettings().stringArray(settings_keys::recentPaths), store->recentPaths());
+    const auto& recents = store->recentPaths();
+    EXPECT_EQ(recents.size(), 20u);
+    EXPECT_EQ(recents.front(), added[10].path());
+    EXPECT_EQ(std::count(recents.begin(), recents.end(), added[10].path()), 1);
+    EXPECT_EQ(saved(settings_keys::recentPaths), recents);
 
     // A removed file leaves the recent artifacts but keeps its place for its return.
     store->removeArtifact(added[10]);
     EXPECT_EQ(store->recentArtifacts().size(), 19u);
     EXPECT_EQ(store->recentArtifacts().front().name, "20");
-    EXPECT_EQ(store->recentPaths().front(), added[10].path());
+    EXPECT_EQ(recents.front(), added[10].path());
     store->addArtifact(added[10].url);
-    EXPECT_EQ(store->recentArtifacts().front().name, "10");
-    EXPECT_EQ(store->recentArtifacts().at(1).name, "20");
+    EXPECT_EQ(names(store->recentArtifacts()).at(0), "10");
+    EXPECT_EQ(names(store->recentArtifacts()).at(1), "20");
 }
 
 TEST_F(ArtifactStoreTest, FavouritesToggleSaveAndCountOnlyLibraryRecordsAndSectionsFilter) {
@@ -83,79 +91,47 @@ TEST_F(ArtifactStoreTest, FavouritesToggleSaveAndCountOnlyLibraryRecordsAndSecti
     EXPECT_TRUE(store->isFavorite(a));
     EXPECT_FALSE(store->isFavorite(b));
     EXPECT_EQ(store->favoritesCount(), 2u);
-    EXPECT_THAT(savedSettings().stringArray(settings_keys::favoritedPaths).value(),
-                UnorderedElementsAre(a.path(), c.path()));
+    EXPECT_THAT(saved(settings_keys::favoritedPaths), UnorderedElementsAre(a.path(), c.path()));
 
     // Each section in its own order.
-    store->setSelectedSection(SidebarItem::favorites());
-    EXPECT_EQ(names(store->artifacts()), (std::vector<std::string>{"c", "a"}));
-    store->setSelectedSection(SidebarItem::recents());
-    EXPECT_EQ(names(store->artifacts()), (std::vector<std::string>{"a", "c", "b"}));
-    store->setSelectedSection(SidebarItem::folder(Uuid::random()));
-    EXPECT_TRUE(store->artifacts().empty()) << "a folder id that no folder has shows nothing";
-    store->setSelectedSection(SidebarItem::library());
-    EXPECT_EQ(names(store->artifacts()), (std::vector<std::string>{"c", "b", "a"}));
+    const std::pair<SidebarItem, std::vector<std::string>> sections[] = {
+        {SidebarItem::favorites(), {"c", "a"}},
+        {SidebarItem::recents(), {"a", "c", "b"}},
+        {SidebarItem::library(), {"c", "b", "a"}},
+    };
+    for (const auto& [section, shown] : sections) {
+        store->setSelectedSection(section);
+        EXPECT_EQ(names(store->artifacts()), shown);
+    }
 
     store->removeArtifact(a);
     EXPECT_EQ(store->favoritesCount(), 1u) << "a favourite path without a record does not count";
     EXPECT_TRUE(store->favoritedPaths().contains(a.path()));
-    store->toggleFavorite(b);
-    store->toggleFavorite(b);
-    EXPECT_FALSE(store->isFavorite(b));
-    EXPECT_THAT(savedSettings().stringArray(settings_keys::favoritedPaths).value(),
-                UnorderedElementsAre(a.path(), c.path()));
+    store->toggleFavorite(c);
+    EXPECT_FALSE(store->isFavorite(c));
+    EXPECT_EQ(saved(settings_keys::favoritedPaths), std::vector<std::string>{a.path()});
 }
 
-TEST_F(ArtifactStoreTest, RemovingClearsTheSelectionOnlyForTheSelectedRecord) {
-    add("a.jsx");
-    const Artifact b = add("b.jsx");
-    store->removeArtifact(store->allArtifacts().back()); // a reference into the store's own list
-    EXPECT_EQ(names(store->allArtifacts()), std::vector<std::string>{"b"});
-    EXPECT_EQ(store->selectedArtifact()->id, b.id);
-    store->removeArtifact(b);
-    EXPECT_FALSE(store->selectedArtifact());
-    EXPECT_TRUE(store->allArtifacts().empty());
-}
-
-TEST_F(ArtifactStoreTest, OpenFileRunsAPanelAndShowsTheLibrary) {
+// Through the application's commands: DuskwellAppTest.OpenCommandsPostNotifications...
+TEST_F(ArtifactStoreTest, AnOpenedFileShowsTheLibraryAndPanelsOutlivingTheStoreDoNothing) {
     store->setSelectedSection(SidebarItem::favorites());
     store->openArtifactFile();
-    ASSERT_EQ(panel->pending.size(), 1u);
-    const auto& request = panel->pending.front().request;
-    EXPECT_TRUE(request.canChooseFiles);
-    EXPECT_FALSE(request.canChooseDirectories);
-    EXPECT_FALSE(request.allowsMultipleSelection);
-
     panel->answer(std::nullopt);
     EXPECT_EQ(store->selectedSection(), SidebarItem::favorites()) << "a cancel changes nothing";
-
     writeFile(root / "page.html");
     store->openArtifactFile();
     panel->answer(root / "page.html");
     EXPECT_EQ(store->selectedArtifact()->name, "page");
     EXPECT_EQ(store->selectedSection(), SidebarItem::library());
-}
 
-TEST_F(ArtifactStoreTest, NotificationsAreAnsweredOnTheMainLoopWhileTheStoreLives) {
-    notifications.post(notification_names::openArtifactFile);
-    notifications.post(notification_names::openArtifactFile);
-    EXPECT_TRUE(panel->pending.empty()) << "posting returns before the store answers";
-    drainMainLoop();
-    ASSERT_EQ(panel->pending.size(), 2u);
-
-    notifications.post(notification_names::openFolder);
-    drainMainLoop();
-    ASSERT_EQ(panel->pending.size(), 3u);
-    EXPECT_TRUE(panel->pending.back().request.canChooseDirectories);
-    EXPECT_FALSE(panel->pending.back().request.canChooseFiles);
-
+    store->openArtifactFile();
+    store->addWatchedFolder();
     notifications.post(notification_names::openFolder);
     store.reset(); // the registration ends with the store
     drainMainLoop();
-    EXPECT_EQ(panel->pending.size(), 3u);
-    // Panels answered after the store is gone do nothing.
-    for (const auto& chosen : {root / "a.jsx", root / "b.jsx", root.path()})
-        panel->answer(chosen);
+    ASSERT_EQ(panel->pending.size(), 2u);
+    panel->answer(root / "page.html");
+    panel->answer(root.path());
 }
 
 } // namespace
