@@ -141,6 +141,17 @@ export const bundles = {
   "lib-anthropic.js": { modules: { "@anthropic-ai/sdk": "@anthropic-ai/sdk" } },
   "lib-google-ai.js": { modules: { "@google/generative-ai": "@google/generative-ai" } },
   "lib-ai-sdk.js": { modules: { ai: "ai", "@ai-sdk/react": "@ai-sdk/react" }, borrows: ["zod"] },
+  // Styling, headless components, code blocks, colour pickers.
+  "lib-styled-components.js": { modules: { "styled-components": "styled-components" } },
+  "lib-headlessui.js": { modules: { "@headlessui/react": "@headlessui/react" } },
+  "lib-syntax-highlighter.js": {
+    modules: {
+      "react-syntax-highlighter": "react-syntax-highlighter",
+      "react-syntax-highlighter/dist/esm/styles/prism": "react-syntax-highlighter/dist/esm/styles/prism",
+      "react-syntax-highlighter/dist/esm/styles/hljs": "react-syntax-highlighter/dist/esm/styles/hljs",
+    },
+  },
+  "lib-react-color.js": { modules: { "react-color": "react-color" } },
   // Icon sets beside lucide-react, a bundle per set.
   ...iconSetBundles(),
   "kelmo-tailwind.js": { modules: { "kelmo:tailwind": "./tailwind.js" } },

@@ -184,6 +184,24 @@
   offer([...reactDom, "lib-three.js", "lib-react-three-fiber.js"], ["@react-three/fiber"]);
   offer([...reactDom, "lib-three.js", "lib-react-three-fiber.js", "lib-react-three-drei.js"],
     ["@react-three/drei"]);
+  offer([...reactDom, "lib-styled-components.js"], ["styled-components"]);
+  offer([...reactDom, "lib-headlessui.js"], ["@headlessui/react"]);
+  offer([...react, "lib-syntax-highlighter.js"], ["react-syntax-highlighter"]);
+  offer([...react, "lib-syntax-highlighter.js"], [
+    "react-syntax-highlighter/dist/esm/styles/prism", "react-syntax-highlighter/dist/esm/styles/hljs",
+  ], { hidden: true });
+  offer([...reactDom, "lib-react-color.js"], ["react-color"]);
+  // Analytics that only make sense on a deployed site: present, and doing nothing.
+  const nothing = () => null;
+  for (const specifier of ["@vercel/analytics", "@vercel/analytics/react", "@vercel/speed-insights",
+    "@vercel/speed-insights/react", "@vercel/speed-insights/next", "@vercel/analytics/next"]) {
+    modules[specifier] = {
+      files: [],
+      exports: () => ({ __esModule: true, Analytics: nothing, SpeedInsights: nothing,
+        inject() {}, track() {}, injectSpeedInsights() {}, default: nothing }),
+      hidden: true,
+    };
+  }
   offer(["lib-openai.js"], ["openai"]);
   offer(["lib-anthropic.js"], ["@anthropic-ai/sdk"]);
   offer(["lib-google-ai.js"], ["@google/generative-ai"]);
@@ -254,6 +272,10 @@
     "zod/v4": "zod",
     "@heroicons/react/outline": "@heroicons/react/24/outline",
     "@heroicons/react/solid": "@heroicons/react/24/solid",
+    "react-three-fiber": "@react-three/fiber",
+    "drei": "@react-three/drei",
+    "react-syntax-highlighter/dist/cjs/styles/prism": "react-syntax-highlighter/dist/esm/styles/prism",
+    "react-syntax-highlighter/dist/cjs/styles/hljs": "react-syntax-highlighter/dist/esm/styles/hljs",
   };
   const d3Parts = [
     "array", "axis", "brush", "chord", "color", "contour", "delaunay", "dispatch", "drag",
@@ -300,15 +322,25 @@
   function resolve(specifier) {
     if (Object.prototype.hasOwnProperty.call(modules, specifier))
       return modules[specifier];
+    // A package from a CDN (esm.sh, jsDelivr, unpkg, Skypack, JSPM) that Kelmo ships is
+    // the shipped one, whatever version the URL names.
+    const cdn =
+      /^https?:\/\/(?:esm\.sh|cdn\.jsdelivr\.net\/npm|unpkg\.com|cdn\.skypack\.dev|ga\.jspm\.io\/npm:)\/?((?:@[\w.-]+\/)?[\w.-]+)(?:@[^/?]*)?(\/[^?]*)?/
+        .exec(specifier);
+    if (cdn) {
+      const subpath = (cdn[2] || "").replace(/^\/(?:\+esm|es\d+\/.*|dist\/.*\.m?js)$/, "");
+      return (subpath && resolve(cdn[1] + subpath)) || resolve(cdn[1]);
+    }
     let entry;
     const ui =
-      /^(?:@\/|~\/|(?:\.{1,2}\/)+|\/)?(?:src\/)?(components\/ui\/[\w-]+|hooks\/[\w-]+|lib\/utils)(?:\.[jt]sx?)?$/
+      /^(?:@\/|~\/|(?:\.{1,2}\/)+|\/)?(?:src\/)?(?:components\/)?(ui\/[\w-]+|hooks\/[\w-]+|lib\/utils)(?:\.[jt]sx?)?$/
         .exec(specifier);
     const three = /^three\/(?:examples\/jsm|addons)\/(.+?)(?:\.js)?$/.exec(specifier);
     if (/\.(?:css|scss|sass|less)(?:\?.*)?$/i.test(specifier)) {
       entry = stylesheetEntry(specifier);
     } else if (ui) {
-      entry = modules[`@/${ui[1]}`] || (modules[`@/${ui[1]}`] = uiEntry(ui[1]));
+      const path = ui[1].startsWith("ui/") ? `components/${ui[1]}` : ui[1];
+      entry = modules[`@/${path}`] || (modules[`@/${path}`] = uiEntry(path));
     } else if (three && modules[`three/addons/${three[1]}.js`]) {
       entry = modules[`three/addons/${three[1]}.js`];
     } else {

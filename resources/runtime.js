@@ -187,9 +187,13 @@
       const table = window.kelmoModuleTable;
       const packageName = packageOf(specifier);
       const near = table ? table.nearest(specifier, packageName) : undefined;
-      const missing = near === packageName
-        ? `Kelmo has the package "${packageName}" but not this path in it`
-        : `the package "${packageName}" is not available in Kelmo`;
+      const missing = /^(?:\.{1,2}\/|\/)/.test(specifier)
+        ? "it is a file of the artifact's own project, which Kelmo does not have"
+        : /^[a-z]+:/i.test(specifier)
+          ? "Kelmo does not load modules from URLs, and does not ship this one"
+          : near === packageName
+            ? `Kelmo has the package "${packageName}" but not this path in it`
+            : `the package "${packageName}" is not available in Kelmo`;
       const hint = near ? ` Did you mean "${near}"?` : "";
       const known = table ? table.listing() : [];
       super(`Cannot resolve import "${specifier}" (${whereImported(specifier)}): ${missing}.` +

@@ -198,6 +198,16 @@ TEST_F(ArtifactLibraryTest, TheWiderLibrarySetWorksAndPackageStylesheetsApplyOrA
     EXPECT_TRUE(host().waitUntil("document.getElementById('ai').textContent !== ''"));
     EXPECT_THAT(host().text("#ai"), HasSubstr("Could not reach 127.0.0.1:9"));
 
+    // Other spellings of shipped modules: a CDN URL, a ui path without "components".
+    ASSERT_EQ(host().play(artifacts / "styled-headless-code-cdn.jsx"), "rendered")
+        << host().panelText();
+    EXPECT_EQ(host().evaluate("getComputedStyle(document.getElementById('title')).color + ' ' + "
+                              "document.querySelector('#switch[role=switch]').ariaChecked + ' ' +"
+                              "(document.querySelectorAll('#code pre span').length > 5) + ' ' + "
+                              "document.querySelectorAll('#picker input').length + ' ' + "
+                              "document.getElementById('cdn').textContent"),
+              "rgb(200, 30, 90) true true 5 2");
+
     // A stylesheet Kelmo does not ship, and one of the artifact's own project, are
     // ignored with a warning each.
     StandardOutputCapture output;

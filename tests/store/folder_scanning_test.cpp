@@ -115,11 +115,16 @@ TEST_F(FolderScanningTest, ABurstOfEventsIsAppliedOnceAsDifferencesAndContentEdi
     EXPECT_EQ(named("renamed")->id, renamedId);
     EXPECT_NE(named("kept")->id, keptId);
 
-    // A cleared selection is filled again by the next change.
+    // With nothing selected, a download under way moves nothing; the finished file,
+    // renamed into place, is what opens, however old the date it keeps.
     store->setSelectedArtifact(std::nullopt);
-    writeFile(folder / "newest.jsx");
+    writeFile(folder / "report.html.part", "", hours{500});
+    writeFile(folder / ".report.html.swp");
+    runMainLoopUntil([] { return false; }, std::chrono::milliseconds{300});
+    EXPECT_FALSE(store->selectedArtifact().has_value());
+    std::filesystem::rename(folder / "report.html.part", folder / "report.html");
     ASSERT_TRUE(runMainLoopUntil([&] { return store->selectedArtifact().has_value(); }));
-    EXPECT_EQ(store->selectedArtifact()->name, "newest");
+    EXPECT_EQ(store->selectedArtifact()->name, "report");
 }
 
 TEST_F(FolderScanningTest, AFolderIsWatchedAndSavedOnceAndRemovingItDropsItsFilesAndSection) {
