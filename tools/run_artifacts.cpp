@@ -2,12 +2,12 @@
 //
 // Runs every .jsx and .tsx file directly in FOLDER through the player page, one
 // after the other in one web view WIDTH pixels wide (1024 by default), and prints
-// per file "rendered" or the first error the page shows, then the pass rate. With
-// a snapshot folder, it also saves what each page shows there, as <file>.png, a
-// second after it rendered. Needs a display (run it under xvfb-run on a headless
-// machine). Exits with 0 when every file rendered. With --fetch-missing, a package a
-// file imports and Kelmo lacks is downloaded with npm (as the player offers to) and
-// the file runs again.
+// per file "rendered" (with no error in the second after) or the first error the
+// page shows, then the pass rate. With a snapshot folder, it also saves what each
+// page shows there, as <file>.png, a second after it rendered. Needs a display (run
+// it under xvfb-run on a headless machine). Exits with 0 when every file rendered.
+// With --fetch-missing, a package a file imports and Kelmo lacks is downloaded with
+// npm (as the player offers to) and the file runs again.
 
 #include "model/artifact.h"
 #include "model/uuid.h"
@@ -104,6 +104,15 @@ std::string run(kelmo::ArtifactWebView& view, const std::filesystem::path& file,
                 return verdict == "rendered" || verdict == "error";
             },
             pageDeadline);
+    // An error that comes soon after the first render (an effect, a fetch that fails)
+    // fails the file too.
+    if (verdict == "rendered")
+        iterateUntil(
+            [&] {
+                verdict = evaluate(view.webView(), state);
+                return verdict == "error";
+            },
+            std::chrono::milliseconds{1000});
     // The page's report of a missing package arrives from the main loop after the verdict.
     if (verdict == "error")
         iterateUntil([] { return false; }, std::chrono::milliseconds{100});

@@ -293,6 +293,17 @@ TEST_F(WebViewLoadingTest, OddNamesLoadAndRunawayOrStuckPagesEndWithAClearOutcom
     host.evaluate("setTimeout(() => document.getElementById('b').click(), 0); 0");
     ASSERT_EQ(host.play(examples / "counter.jsx"), "rendered");
     EXPECT_EQ(host.text("#count"), "0");
+
+    // A load that never ends, begun again while it runs, still runs out of time.
+    host.view().setLoadTimeout(std::chrono::milliseconds{1500});
+    writeFile(folder / "endless.html", "<p>endless</p><script>while (true) {}</script>");
+    const auto endless = Artifact::from(folder / "endless.html");
+    host.errorMessages.clear();
+    host.view().loadIfNeeded(endless, Uuid::random());
+    runMainLoopUntil([] { return false; }, std::chrono::milliseconds{300});
+    host.view().loadIfNeeded(endless, Uuid::random());
+    EXPECT_TRUE(runMainLoopUntil([&] { return !host.errorMessages.empty(); }, pageDeadline));
+    EXPECT_EQ(host.errorMessages, std::vector<std::string>{"The request timed out."});
 }
 
 TEST_F(WebViewLoadingTest, HtmlPagesForwardTheirConsoleAndReadTheirFolderAndBelowButNotAbove) {
