@@ -171,6 +171,9 @@ document.head.prepend(style);
 
 const tw = install({
   presets: [presetAutoprefix(), presetTailwind()],
+  // dark: follows a "dark" class on an ancestor, as shadcn/ui's theme toggles do; the
+  // player itself is always light.
+  darkMode: "class",
   hash: false,
   rules,
   variants,

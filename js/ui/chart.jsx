@@ -2,15 +2,9 @@
 import * as React from "react";
 import * as RechartsPrimitive from "recharts";
 import { cn } from "../lib/utils.js";
-import { addThemeVariables } from "./theme-variables.js";
 
 // Theme name -> the selector its colours apply under.
 const THEMES = { light: "", dark: ".dark" };
-
-const chartColours = {
-  light: { "chart-1": "12 76% 61%", "chart-2": "173 58% 39%", "chart-3": "197 37% 24%", "chart-4": "43 74% 66%", "chart-5": "27 87% 67%" },
-  dark: { "chart-1": "220 70% 50%", "chart-2": "160 60% 45%", "chart-3": "30 80% 55%", "chart-4": "280 65% 60%", "chart-5": "340 75% 55%" },
-};
 
 // "var(--chart-1)", as configs for Tailwind 4 write it, names a whole colour; the
 // page's tokens are HSL channels, which need hsl() around them.
@@ -33,7 +27,6 @@ function useChart() {
 
 export const ChartContainer = React.forwardRef(function ChartContainer(
   { id, className, children, config, ...props }, ref) {
-  addThemeVariables("kelmo-chart-theme", chartColours.light, chartColours.dark);
   const uniqueId = React.useId();
   const chartId = `chart-${id ?? uniqueId.replace(/:/g, "")}`;
   return (

@@ -9,7 +9,6 @@ import { Input } from "./input.jsx";
 import { Separator } from "./separator.jsx";
 import { Sheet, SheetContent, SheetDescription, SheetHeader, SheetTitle } from "./sheet.jsx";
 import { Skeleton } from "./skeleton.jsx";
-import { addThemeVariables } from "./theme-variables.js";
 import { Tooltip, TooltipContent, TooltipProvider, TooltipTrigger } from "./tooltip.jsx";
 
 const width = "16rem";
@@ -17,30 +16,8 @@ const widthMobile = "18rem";
 const widthIcon = "3rem";
 const toggleKey = "b";
 
-// The page's Tailwind theme has no sidebar colours, so the parts name the CSS
-// variables of shadcn/ui's sidebar theme directly.
-const colours = {
-  light: {
-    "sidebar-background": "0 0% 98%",
-    "sidebar-foreground": "240 5.3% 26.1%",
-    "sidebar-primary": "240 5.9% 10%",
-    "sidebar-primary-foreground": "0 0% 98%",
-    "sidebar-accent": "240 4.8% 95.9%",
-    "sidebar-accent-foreground": "240 5.9% 10%",
-    "sidebar-border": "220 13% 91%",
-    "sidebar-ring": "217.2 91.2% 59.8%",
-  },
-  dark: {
-    "sidebar-background": "240 5.9% 10%",
-    "sidebar-foreground": "240 4.8% 95.9%",
-    "sidebar-primary": "224.3 76.3% 48%",
-    "sidebar-primary-foreground": "0 0% 100%",
-    "sidebar-accent": "240 3.7% 15.9%",
-    "sidebar-accent-foreground": "240 4.8% 95.9%",
-    "sidebar-border": "240 3.7% 15.9%",
-    "sidebar-ring": "217.2 91.2% 59.8%",
-  },
-};
+// The colours are the page theme's sidebar tokens (--sidebar-background …), named
+// through their variables so that an artifact's own values for them apply.
 const bg = "bg-[hsl(var(--sidebar-background))]";
 const fg = "text-[hsl(var(--sidebar-foreground))]";
 const accented =
@@ -58,7 +35,6 @@ export function useSidebar() {
 
 export const SidebarProvider = React.forwardRef(function SidebarProvider(
   { defaultOpen = true, open: openProp, onOpenChange, className, style, children, ...props }, ref) {
-  addThemeVariables("kelmo-sidebar-theme", colours.light, colours.dark);
   const isMobile = useIsMobile();
   const [openMobile, setOpenMobile] = React.useState(false);
   const [ownOpen, setOwnOpen] = React.useState(defaultOpen);

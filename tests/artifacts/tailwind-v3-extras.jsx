@@ -53,6 +53,8 @@ export default function Extras() {
       <span id="inset" className="absolute start-2 end-6 top-1 h-4 rounded bg-sidebar-primary" />
     </div>
 
+    <div className="dark"><p id="dark" className="text-black dark:text-white">dark</p></div>
+    <p id="light" className="text-black dark:text-white">light</p>
     <div id="sidebar" className="flex w-64 flex-col gap-1 rounded-lg border border-sidebar-border bg-sidebar p-2 text-sidebar-foreground">
       <span className="rounded-md bg-sidebar-primary px-2 py-1 text-sidebar-primary-foreground" id="sidebar-primary">Home</span>
       <span className="rounded-md bg-sidebar-accent px-2 py-1 text-sidebar-accent-foreground">Projects</span>

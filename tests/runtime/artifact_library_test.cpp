@@ -131,6 +131,8 @@ TEST_F(ArtifactLibraryTest, NewerTailwindClassesApplyAndAMenuOpensAboveAStackedC
     EXPECT_EQ(style("#sidebar", "backgroundColor"), "rgb(250, 250, 250)"); // bg-sidebar
     EXPECT_EQ(style("#sidebar-primary", "color"), "rgb(250, 250, 250)");
     EXPECT_EQ(style("#size", "backgroundColor"), "rgb(231, 110, 80)"); // bg-chart-1
+    EXPECT_EQ(style("#dark", "color") + style("#light", "color"),      // dark: by class
+              "rgb(255, 255, 255)rgb(0, 0, 0)");
 
     // A menu that opens over a card stacked above the page shows above it: its
     // popper wrapper takes the menu's z-50 when the menu mounts. (Should the first
