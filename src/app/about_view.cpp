@@ -37,11 +37,11 @@ Gtk::Widget* makeHeader() {
 
     auto* titles = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 4);
     titles->append(*makeLabel("Kelmo", "about-name"));
-    titles->append(*makeLabel("Version " KELMO_VERSION " (1)  ·  Linux", "about-version"));
+    titles->append(*makeLabel("Version " KELMO_VERSION "  ·  Linux", "about-version"));
     header->append(*titles);
 
-    auto* tagline =
-        makeParagraph("Run any AI-generated prototype on your Mac, instantly.", "about-tagline");
+    auto* tagline = makeParagraph("Run any AI-generated prototype on your computer, instantly.",
+                                  "about-tagline");
     tagline->set_margin_start(32);
     tagline->set_margin_end(32);
     header->append(*tagline);

@@ -7,15 +7,15 @@ namespace kelmo {
 const std::vector<OnboardingStep>& onboardingSteps() {
     static const std::vector<OnboardingStep> steps{
         {"sparkles", "Welcome to\nKelmo",
-         "Run any AI-generated prototype natively on your Mac — no browser needed.",
+         "Run any AI-generated prototype natively on your computer — no browser needed.",
          appOrangeLight()},
         {"doc.badge.plus", "Open a File",
-         "Use File › Open File (⌘O) to open any .html, .jsx, or .tsx file. Drag-and-drop works "
-         "too.",
+         "Use File › Open File (Ctrl+O) to open any .html, .jsx, or .tsx file. Drag-and-drop "
+         "works too.",
          Color{"#38bdf8"}},
         {"folder.badge.plus", "Watch a Folder",
-         "Use File › Open Folder (⌘⇧O) to set a folder. The app will auto-discover and list every "
-         "file inside.",
+         "Use File › Open Folder (Shift+Ctrl+O) to set a folder. The app will auto-discover "
+         "and list every file inside.",
          Color{"#a78bfa"}},
         {"play.rectangle", "Run and Preview",
          "Select any file from the sidebar to run it instantly in a secure sandbox. HTML, JSX, and "

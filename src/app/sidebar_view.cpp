@@ -134,7 +134,7 @@ SidebarFolderItem::SidebarFolderItem(ArtifactStore& store, const WatchedFolder& 
     auto remove = Gio::MenuItem::create("Remove Folder", "folder.remove");
     remove->set_icon(Gio::ThemedIcon::create(symbolIconName("trash")));
     model->append_item(remove);
-    auto open = Gio::MenuItem::create("Open in Finder", "folder.open");
+    auto open = Gio::MenuItem::create("Open in Files", "folder.open");
     open->set_icon(Gio::ThemedIcon::create(symbolIconName("folder")));
     model->append_item(open);
     menu_.set_menu_model(model);
@@ -244,7 +244,7 @@ Gtk::Widget& SidebarView::makeSearchBar() {
     searchField_.add_css_class("sidebar-search-field");
     bar->append(searchField_);
 
-    searchHint_.set_text("⌘F");
+    searchHint_.set_text("Ctrl+F");
     searchHint_.add_css_class("search-hint");
     searchHint_.set_valign(Gtk::Align::CENTER);
     bar->append(searchHint_);

@@ -202,7 +202,7 @@ Gtk::Widget& LibraryView::makeLibraryToolbar() {
     openLabel->append(*openText);
     open->set_child(*openLabel);
     // The shortcut belongs to the menu command; the button only names it.
-    open->set_tooltip_text("Open File… (⌘O)");
+    open->set_tooltip_text("Open File… (Ctrl+O)");
     open->signal_clicked().connect([this] { store_.openArtifactFile(); });
     toolbar->append(*open);
     return *toolbar;
@@ -362,7 +362,7 @@ void LibraryView::showContextMenu(const Artifact& artifact, Gtk::Widget& at, dou
     auto removeItem = Gio::MenuItem::create("Remove from List", "artifact.remove");
     removeItem->set_icon(Gio::ThemedIcon::create(symbolIconName("trash")));
     fileSection->append_item(removeItem);
-    auto revealItem = Gio::MenuItem::create("Reveal in Finder", "artifact.reveal");
+    auto revealItem = Gio::MenuItem::create("Show in Files", "artifact.reveal");
     revealItem->set_icon(Gio::ThemedIcon::create(symbolIconName("folder")));
     fileSection->append_item(revealItem);
 

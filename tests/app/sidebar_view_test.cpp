@@ -107,7 +107,7 @@ TEST_F(SidebarViewTest, SearchFieldSwapsItsHintForAClearButtonAndFiltersNothing)
     watchFolder(root / "work");
     const auto artifactsBefore = names(store->artifacts());
     auto& field = theOnly<Gtk::Text>(sidebar);
-    const auto hintShown = [&] { return showsText(sidebar, "⌘F"); };
+    const auto hintShown = [&] { return showsText(sidebar, "Ctrl+F"); };
     const auto clearButton = [&]() -> Gtk::Button* {
         auto found = findAll<Gtk::Button>(
             sidebar, [](Gtk::Button& b) { return b.has_css_class("search-clear") && isShown(b); });
