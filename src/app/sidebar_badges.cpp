@@ -21,4 +21,10 @@ std::string badgeText(std::size_t count) {
     return std::to_string(count);
 }
 
+std::string sidebarRowName(const std::string& title, std::optional<std::size_t> count) {
+    if (!count)
+        return title;
+    return title + ", " + badgeText(*count) + (*count == 1 ? " artifact" : " artifacts");
+}
+
 } // namespace kelmo

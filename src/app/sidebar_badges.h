@@ -24,4 +24,8 @@ std::size_t folderArtifactCount(const WatchedFolder& folder,
 // A badge number as decimal digits without grouping.
 std::string badgeText(std::size_t count);
 
+// What assistive technologies read for a row: its title, then the count its badge
+// shows, if any ("Downloads, 12 artifacts").
+std::string sidebarRowName(const std::string& title, std::optional<std::size_t> count);
+
 } // namespace kelmo

@@ -2,6 +2,8 @@
 
 #include "app/app_logo.h"
 #include "app/sidebar_badges.h"
+#include "library/accessible_name.h"
+#include "library/app_style.h"
 #include "library/symbols.h"
 
 #include <gio/gio.h>
@@ -56,10 +58,14 @@ void layOutRow(Gtk::Box& content, Gtk::Image& image, Gtk::Label& label, Gtk::Lab
     content.append(badge);
 }
 
-void showBadge(Gtk::Label& badge, std::optional<std::size_t> count) {
+// The badge, and the row's name, which reads the count in words rather than as a
+// bare number after the title.
+void showCount(Gtk::Widget& row, const Gtk::Label& title, Gtk::Label& badge,
+               std::optional<std::size_t> count) {
     badge.set_visible(count.has_value());
     if (count)
         badge.set_text(badgeText(*count));
+    setAccessibleName(row, sidebarRowName(title.get_text(), count));
 }
 
 void setSelectedLook(Gtk::Widget& row, bool selected) {
@@ -95,7 +101,7 @@ void SidebarNavItem::update(std::optional<std::size_t> count) {
     const bool selected = store_.selectedSection() == section_;
     setSelectedLook(*this, selected);
     image_.set_from_icon_name(symbolIconName(selected ? selectedIcon_ : icon_));
-    showBadge(badge_, count);
+    showCount(*this, label_, badge_, count);
 }
 
 SidebarFolderItem::SidebarFolderItem(ArtifactStore& store, const WatchedFolder& folder,
@@ -184,8 +190,9 @@ void SidebarFolderItem::update(const WatchedFolder& folder) {
     image_.set_from_icon_name(symbolIconName(selected ? "folder.fill" : "folder"));
     label_.set_text(folder_.name);
     set_tooltip_text(displayName(folder_.path()));
-    showBadge(badge_, sidebarBadgeCount(SidebarItem::Kind::folder,
-                                        folderArtifactCount(folder_, store_.allArtifacts())));
+    showCount(*this, label_, badge_,
+              sidebarBadgeCount(SidebarItem::Kind::folder,
+                                folderArtifactCount(folder_, store_.allArtifacts())));
 }
 
 SidebarView::SidebarView(ArtifactStore& store, FolderOpener openFolder)
@@ -238,6 +245,12 @@ Gtk::Widget& SidebarView::makeSearchBar() {
     glass->add_css_class("sidebar-search-icon");
     bar->append(*glass);
 
+    // A bare text field is no more than part of an entry to assistive technologies;
+    // this one stands alone.
+    searchField_.property_accessible_role() = Gtk::Accessible::Role::SEARCH_BOX;
+    setAccessibleName(searchField_, "Search");
+    gtk_accessible_update_property(GTK_ACCESSIBLE(searchField_.gobj()),
+                                   GTK_ACCESSIBLE_PROPERTY_KEY_SHORTCUTS, "Control+F", -1);
     searchField_.set_placeholder_text("Search artifacts");
     searchField_.set_hexpand(true);
     searchField_.set_valign(Gtk::Align::CENTER);
@@ -253,7 +266,7 @@ Gtk::Widget& SidebarView::makeSearchBar() {
     clearSearchButton_.set_has_frame(false);
     clearSearchButton_.add_css_class("search-clear");
     clearSearchButton_.set_valign(Gtk::Align::CENTER);
-    clearSearchButton_.set_tooltip_text("Clear");
+    setTooltipAndName(clearSearchButton_, "Clear");
     clearSearchButton_.signal_clicked().connect([this] { searchField_.set_text(""); });
     bar->append(clearSearchButton_);
 
@@ -307,6 +320,7 @@ Gtk::Widget& SidebarView::makeScrollingContent() {
     addText->set_xalign(0);
     addLabel->append(*addText);
     addFolder->set_child(*addLabel);
+    setAccessibleName(*addFolder, addText->get_text());
     addFolder->signal_clicked().connect([this] { store_.addWatchedFolder(); });
     folders->append(*addFolder);
     content->append(*folders);
@@ -327,6 +341,7 @@ Gtk::Widget& SidebarView::makeFooter() {
         label->append(*makeSymbol(symbol, 12));
         label->append(*Gtk::make_managed<Gtk::Label>(text));
         button->set_child(*label);
+        setAccessibleName(*button, text);
         return button;
     };
     auto* howTo = makeFooterButton("questionmark.circle", "How to use", "Show onboarding guide");

@@ -1,5 +1,7 @@
 #include "library/artifact_card_view.h"
 
+#include "library/accessible_name.h"
+#include "library/app_style.h"
 #include "library/artifact_text.h"
 #include "library/library_rules.h"
 #include "library/symbols.h"
@@ -102,6 +104,7 @@ void ArtifactCardView::refresh() {
         return;
     const bool favorite = store_.isFavorite(*artifact_);
     starImage_.set_from_icon_name(symbolIconName(favorite ? "star.fill" : "star"));
+    setTooltipAndName(star_, favorite ? "Remove from Favorites" : "Add to Favorites");
     if (favorite)
         star_.add_css_class("favorite");
     else
@@ -109,6 +112,11 @@ void ArtifactCardView::refresh() {
     // Size and age are read again on every change, never kept.
     size_.set_text(fileSizeString(fileSizeOrZero(artifact_->path())));
     date_.set_text(relativeDateString(artifact_->modifiedAt));
+    const std::string summary = itemSummary(*artifact_, date_.get_text());
+    setAccessibleName(*this, summary);
+    // The grid's cell around this view is what takes the keyboard focus.
+    if (auto* cell = get_parent())
+        setAccessibleName(*cell, summary);
 }
 
 void ArtifactCardView::measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum,

@@ -1,5 +1,6 @@
 #include "library/artifact_row_view.h"
 
+#include "library/accessible_name.h"
 #include "library/artifact_text.h"
 #include "library/symbols.h"
 
@@ -68,6 +69,11 @@ void ArtifactRowView::refresh() {
         remove_css_class("selected");
     favoriteStar_.set_visible(store_.isFavorite(*artifact_));
     date_.set_text(relativeDateString(artifact_->modifiedAt));
+    const std::string summary = itemSummary(*artifact_, date_.get_text());
+    setAccessibleName(*this, summary);
+    // The list's cell around this view is what takes the keyboard focus.
+    if (auto* cell = get_parent())
+        setAccessibleName(*cell, summary);
 }
 
 } // namespace kelmo

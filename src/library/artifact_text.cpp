@@ -1,5 +1,7 @@
 #include "library/artifact_text.h"
 
+#include "library/type_appearance.h"
+
 #include <array>
 #include <cstdio>
 #include <memory>
@@ -77,6 +79,11 @@ std::string relativeDateString(Clock::time_point date, Clock::time_point now) {
 
 std::string fileCountString(std::size_t count) {
     return std::to_string(count) + (count == 1 ? " file" : " files");
+}
+
+std::string itemSummary(const Artifact& artifact, const std::string& age) {
+    return artifact.name + ", " + std::string{typeAppearance(artifact.type.kind).badgeText} +
+           ", modified " + age;
 }
 
 } // namespace kelmo

@@ -23,4 +23,8 @@ std::string relativeDateString(Clock::time_point date, Clock::time_point now = C
 // "1 file", "2 files", "0 files".
 std::string fileCountString(std::size_t count);
 
+// A card or row as assistive technologies read it, from the texts it shows: the name,
+// the type's badge and the age ("dashboard, JSX, modified 3 min. ago").
+std::string itemSummary(const Artifact& artifact, const std::string& age);
+
 } // namespace kelmo

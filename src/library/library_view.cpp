@@ -1,5 +1,6 @@
 #include "library/library_view.h"
 
+#include "library/accessible_name.h"
 #include "library/app_style.h"
 #include "library/artifact_card_view.h"
 #include "library/artifact_row_view.h"
@@ -183,10 +184,10 @@ Gtk::Widget& LibraryView::makeLibraryToolbar() {
     toggle->set_overflow(Gtk::Overflow::HIDDEN);
     toggle->set_valign(Gtk::Align::CENTER);
     gridButton_.set_child(*makeSymbol("square.grid.2x2", 13, "view-toggle-icon"));
-    gridButton_.set_tooltip_text("Grid view");
+    setTooltipAndName(gridButton_, "Grid view");
     gridButton_.signal_clicked().connect([this] { setGridView(true); });
     listButton_.set_child(*makeSymbol("list.bullet", 13, "view-toggle-icon"));
-    listButton_.set_tooltip_text("List view");
+    setTooltipAndName(listButton_, "List view");
     listButton_.signal_clicked().connect([this] { setGridView(false); });
     toggle->append(gridButton_);
     toggle->append(listButton_);
@@ -201,6 +202,7 @@ Gtk::Widget& LibraryView::makeLibraryToolbar() {
     auto* openText = makeLabel("Open File...", "library-open-text");
     openLabel->append(*openText);
     open->set_child(*openLabel);
+    setAccessibleName(*open, openText->get_text());
     // The shortcut belongs to the menu command; the button only names it.
     open->set_tooltip_text("Open File… (Ctrl+O)");
     open->signal_clicked().connect([this] { store_.openArtifactFile(); });
@@ -262,7 +264,9 @@ Gtk::Widget& LibraryView::makeDropZone() {
     auto* texts = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 2);
     texts->set_valign(Gtk::Align::CENTER);
     texts->set_hexpand(true);
-    texts->append(*makeLabel("Drop a file to run it", "drop-zone-title"));
+    auto* title = makeLabel("Drop a file to run it", "drop-zone-title");
+    setAccessibleName(dropZone_, title->get_text());
+    texts->append(*title);
     texts->append(
         *makeLabel(".html · .jsx · .tsx · .svg · .md — or click to browse", "drop-zone-subtitle"));
     content->append(*texts);
@@ -273,6 +277,7 @@ Gtk::Widget& LibraryView::makeDropZone() {
 
 void LibraryView::makeArtifactGrid() {
     artifactGrid_.add_css_class("artifact-grid");
+    setAccessibleName(artifactGrid_, "Artifacts");
     artifactGrid_.set_factory(makeItemFactory<ArtifactCardView>(store_));
     artifactGrid_.set_single_click_activate(true);
     artifactGrid_.signal_activate().connect([this](guint position) { select(position); });
@@ -280,6 +285,7 @@ void LibraryView::makeArtifactGrid() {
 
 void LibraryView::makeArtifactList() {
     artifactList_.add_css_class("artifact-list");
+    setAccessibleName(artifactList_, "Artifacts");
     artifactList_.set_factory(makeItemFactory<ArtifactRowView>(store_));
     artifactList_.set_single_click_activate(true);
     artifactList_.signal_activate().connect([this](guint position) { select(position); });

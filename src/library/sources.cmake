@@ -13,6 +13,7 @@ include(${CMAKE_CURRENT_LIST_DIR}/icons/icons.cmake)
 
 add_library(kelmo_library STATIC
   ${CMAKE_CURRENT_LIST_DIR}/app_style.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/accessible_name.cpp
   ${CMAKE_CURRENT_LIST_DIR}/type_badge.cpp
   ${CMAKE_CURRENT_LIST_DIR}/file_manager.cpp
   ${CMAKE_CURRENT_LIST_DIR}/symbols.cpp

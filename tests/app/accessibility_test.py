@@ -1,0 +1,148 @@
+#!/usr/bin/env python3
+"""Kelmo as assistive technologies find it: starts the built application on a home of
+its own with two artifacts in Downloads, reads its window through AT-SPI and checks
+that every button has a name, that the search field is there by name, and that the
+library's cards read as name, type and age.
+
+Usage: accessibility_test.py <kelmo executable>. Needs a display and a session bus
+(run it under xvfb-run and dbus-run-session, as the other display tests).
+"""
+
+import faulthandler
+import os
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
+TIMEOUT = 45
+POLL = 0.2
+BUTTONS = {Atspi.Role.PUSH_BUTTON, Atspi.Role.TOGGLE_BUTTON}
+# GTK 4.8 gives a control without a name its type's name instead.
+TYPE_NAME = re.compile(r"(gtkmm__)?Gtk[A-Za-z]+")
+
+
+def wait_for(what, condition):
+    deadline = time.monotonic() + TIMEOUT
+    while time.monotonic() < deadline:
+        found = condition()
+        if found:
+            return found
+        time.sleep(POLL)
+    raise AssertionError(f"timed out waiting for {what}")
+
+
+def nodes(root):
+    """Every accessible below the root, the root included; gone ones are skipped."""
+    pending = [root]
+    while pending:
+        node = pending.pop()
+        try:
+            count = node.get_child_count()
+        except gi.repository.GLib.Error:
+            continue
+        yield node
+        for index in range(count):
+            child = node.get_child_at_index(index)
+            if child is not None:
+                pending.append(child)
+
+
+def described(node):
+    return f"{node.get_role_name()} {node.get_name()!r}"
+
+
+def application_of(process):
+    desktop = Atspi.get_desktop(0)
+    for index in range(desktop.get_child_count()):
+        app = desktop.get_child_at_index(index)
+        if app is not None and app.get_process_id() == process.pid:
+            app.set_cache_mask(Atspi.Cache.NONE)
+            return app
+    return None
+
+
+def main_window(app):
+    for node in nodes(app):
+        if node.get_role() == Atspi.Role.FRAME and node.get_name() == "Kelmo":
+            return node
+    return None
+
+
+def named(window, roles, pattern):
+    for node in nodes(window):
+        if node.get_role() in roles and re.fullmatch(pattern, node.get_name() or ""):
+            return node
+    return None
+
+
+def start_kelmo(executable, home):
+    downloads = os.path.join(home, "Downloads")
+    config = os.path.join(home, ".config")
+    os.makedirs(downloads)
+    os.makedirs(os.path.join(config, "kelmo"))
+    with open(os.path.join(config, "kelmo", "settings"), "w") as settings:
+        settings.write("{'hasSeenOnboarding': <true>}\n")
+    three_minutes_ago = time.time() - 180
+    for name, text in [("dashboard.jsx", "export default () => <h1>Dashboard</h1>;\n"),
+                       ("landing.html", "<h1>Landing</h1>\n")]:
+        path = os.path.join(downloads, name)
+        with open(path, "w") as artifact:
+            artifact.write(text)
+        os.utime(path, (three_minutes_ago, three_minutes_ago))
+
+    environment = dict(os.environ, HOME=home, XDG_CONFIG_HOME=config,
+                       XDG_DATA_HOME=os.path.join(home, ".local", "share"),
+                       XDG_CACHE_HOME=os.path.join(home, ".cache"),
+                       GSETTINGS_BACKEND="memory", WEBKIT_DISABLE_DMABUF_RENDERER="1")
+    # GTK speaks to assistive technologies unless told not to.
+    environment.pop("GTK_A11Y", None)
+    return subprocess.Popen([executable], env=environment)
+
+
+def check(executable):
+    home = tempfile.mkdtemp(prefix="kelmo-a11y-")
+    kelmo = start_kelmo(executable, home)
+    try:
+        app = wait_for("Kelmo on the accessibility bus", lambda: application_of(kelmo))
+        window = wait_for("the main window", lambda: main_window(app))
+
+        # The newest file of Downloads opens at start; the sidebar's row leads back.
+        library = wait_for("the Library row", lambda: named(
+            window, BUTTONS, r"Library, 2 artifacts"))
+        library.do_action(0)
+        card = wait_for("a card that reads as name, type and age", lambda: named(
+            window, {Atspi.Role.TABLE_CELL}, r"dashboard, JSX, modified 3 \S+ ago"))
+        print("card:", described(card))
+
+        search = named(window, {Atspi.Role.ENTRY, Atspi.Role.TEXT}, r"Search")
+        assert search is not None, "no search field named Search"
+
+        unnamed = [described(node) for node in nodes(window)
+                   if node.get_role() in BUTTONS
+                   and (not node.get_name() or TYPE_NAME.fullmatch(node.get_name()))]
+        assert not unnamed, "buttons without a name: " + ", ".join(unnamed)
+    finally:
+        kelmo.terminate()
+        try:
+            kelmo.wait(timeout=10)
+        except subprocess.TimeoutExpired:
+            kelmo.kill()
+            kelmo.wait()
+        shutil.rmtree(home, ignore_errors=True)
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    # A call that never answers shows where it hangs, rather than a bare timeout.
+    faulthandler.dump_traceback_later(2 * TIMEOUT, exit=True)
+    check(sys.argv[1])
+    print("ok")
