@@ -35,6 +35,7 @@ ContentView::ContentView(ArtifactStore& store, DetailViews detailViews,
     connections_.push_back(
         property_position().signal_changed().connect([this] { sidebarWidthChanged(); }));
     connections_.push_back(store_.signalChanged().connect([this] { update(); }));
+    connections_.push_back(sidebar_.signalSearchLeft().connect([this] { focusDetail(); }));
     // The guide is presented over the window once the window is on screen.
     connections_.push_back(signal_map().connect([this] {
         Glib::signal_idle().connect_once(sigc::track_object([this] { updateOnboarding(); }, *this));
@@ -150,6 +151,17 @@ void ContentView::sidebarWidthChanged() {
         store_.setIsFocusMode(collapsed);
     else if (!collapsed && width < SidebarView::minimumWidth)
         set_position(SidebarView::minimumWidth);
+}
+
+void ContentView::focusSearch() {
+    if (store_.isFocusMode())
+        store_.setIsFocusMode(false);
+    sidebar_.focusSearch();
+}
+
+void ContentView::focusDetail() {
+    if (auto* view = detailView(); view && !view->grab_focus())
+        view->child_focus(Gtk::DirectionType::TAB_FORWARD);
 }
 
 void ContentView::updateOnboarding() {

@@ -43,6 +43,10 @@ public:
     // The first-run guide while it is presented.
     OnboardingView* onboardingView() const { return onboarding_.get(); }
 
+    // Puts the focus in the sidebar's search field, bringing the sidebar back first
+    // in focus mode. Escape there hands the focus to the detail column.
+    void focusSearch();
+
 private:
     Gtk::Widget& makeTopBar(const Glib::RefPtr<Gio::MenuModel>& menuBar);
     void update();
@@ -50,6 +54,7 @@ private:
     void updateSidebarVisibility();
     void updateOnboarding();
     void sidebarWidthChanged();
+    void focusDetail();
     void retire(Gtk::Widget* view);
 
     ArtifactStore& store_;

@@ -5,6 +5,7 @@
 #include "app/main_window.h"
 #include "app/renderer_choice.h"
 #include "app/settings_window.h"
+#include "app/shortcuts_window.h"
 #include "library/app_style.h"
 #include "library/symbols.h"
 
@@ -16,7 +17,8 @@
 namespace kelmo {
 namespace {
 
-// Every keyboard shortcut of the application, by action.
+// Every keyboard shortcut of the application, by action. window.close is the toolkit's
+// own action of every window, so Ctrl+W closes the one it is typed in.
 struct Accelerator {
     const char* action;
     std::vector<Glib::ustring> accels;
@@ -25,8 +27,9 @@ struct Accelerator {
 const std::vector<Accelerator>& accelerators() {
     static const std::vector<Accelerator> table{
         {"app.open-file", {"<Control>o"}},    {"app.open-folder", {"<Shift><Control>o"}},
-        {"app.settings", {"<Control>comma"}}, {"app.quit", {"<Control>q"}},
-        {"win.toggle-sidebar", {"F9"}},
+        {"app.settings", {"<Control>comma"}}, {"app.shortcuts", {"<Control>question"}},
+        {"app.quit", {"<Control>q"}},         {"window.close", {"<Control>w"}},
+        {"win.search", {"<Control>f"}},       {"win.toggle-sidebar", {"F9"}},
     };
     return table;
 }
@@ -48,6 +51,7 @@ DuskwellApp::DuskwellApp(Configuration configuration)
 
 DuskwellApp::~DuskwellApp() {
     // Windows go before the store they show.
+    shortcutsWindow_.reset();
     settingsWindow_.reset();
     aboutWindow_.reset();
     mainWindow_.reset();
@@ -93,6 +97,7 @@ void DuskwellApp::on_open(const type_vec_files& files, const Glib::ustring&) {
 }
 
 void DuskwellApp::on_shutdown() {
+    shortcutsWindow_.reset();
     settingsWindow_.reset();
     aboutWindow_.reset();
     mainWindow_.reset();
@@ -107,6 +112,7 @@ void DuskwellApp::installActions() {
                [notifications] { notifications->post(notification_names::openFolder); });
     add_action("about", [this] { showAbout(); });
     add_action("settings", [this] { showSettings(); });
+    add_action("shortcuts", [this] { showShortcuts(); });
     add_action("quit", [this] { quitAll(); });
     for (const auto& accelerator : accelerators())
         set_accels_for_action(accelerator.action, accelerator.accels);
@@ -121,6 +127,7 @@ Glib::RefPtr<Gio::Menu> DuskwellApp::makeMenuBar() const {
     appMenu->append_section(appInfo);
     auto preferences = Gio::Menu::create();
     preferences->append("Settings…", "app.settings");
+    preferences->append("Keyboard Shortcuts", "app.shortcuts");
     appMenu->append_section(preferences);
     menuBar->append_submenu("Kelmo", appMenu);
 
@@ -131,12 +138,14 @@ Glib::RefPtr<Gio::Menu> DuskwellApp::makeMenuBar() const {
     open->append("Open Folder…", "app.open-folder");
     fileMenu->append_section(open);
     auto quit = Gio::Menu::create();
+    quit->append("Close Window", "window.close");
     quit->append("Quit", "app.quit");
     fileMenu->append_section(quit);
     menuBar->append_submenu("File", fileMenu);
 
     auto viewMenu = Gio::Menu::create();
     viewMenu->append("Show Sidebar", "win.toggle-sidebar");
+    viewMenu->append("Search", "win.search");
     menuBar->append_submenu("View", viewMenu);
     return menuBar;
 }
@@ -157,6 +166,15 @@ void DuskwellApp::showSettings() {
     }
     add_window(*settingsWindow_);
     settingsWindow_->present();
+}
+
+void DuskwellApp::showShortcuts() {
+    if (!shortcutsWindow_)
+        shortcutsWindow_ = makeShortcutsWindow();
+    if (auto* parent = activeWindowOrMain(); parent && parent != shortcutsWindow_.get())
+        shortcutsWindow_->set_transient_for(*parent);
+    add_window(*shortcutsWindow_);
+    shortcutsWindow_->present();
 }
 
 void DuskwellApp::quitAll() {

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <gtkmm/application.h>
+#include <gtkmm/shortcutswindow.h>
 #include <memory>
 #include <string>
 
@@ -57,6 +58,7 @@ private:
     Glib::RefPtr<Gio::Menu> makeMenuBar() const;
     void showAbout();
     void showSettings();
+    void showShortcuts();
     void quitAll();
     Gtk::Window* activeWindowOrMain() const;
 
@@ -65,6 +67,7 @@ private:
     std::unique_ptr<MainWindow> mainWindow_;
     std::unique_ptr<AboutWindow> aboutWindow_;
     std::unique_ptr<SettingsWindow> settingsWindow_;
+    std::unique_ptr<Gtk::ShortcutsWindow> shortcutsWindow_;
 };
 
 } // namespace kelmo

@@ -45,6 +45,7 @@ MainWindow::MainWindow(ArtifactStore& store, DetailViews detailViews,
         store_.setIsFocusMode(!shown);
     });
     add_action(toggleSidebar_);
+    add_action("search", [this] { content_.focusSearch(); });
 
     storeChanged_ = store_.signalChanged().connect([this] { updateActions(); });
     updateActions();

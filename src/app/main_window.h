@@ -13,9 +13,10 @@
 namespace kelmo {
 
 // The main window: ContentView under a hidden title bar (the content reaches the top
-// edge), with the window's own action win.toggle-sidebar, a check item whose state
-// is whether the sidebar shows (the opposite of the store's focus mode). When the
-// settings cannot be saved, a notice over the content says so until dismissed.
+// edge), with the window's own actions: win.toggle-sidebar, a check item whose state
+// is whether the sidebar shows (the opposite of the store's focus mode), and
+// win.search, which puts the focus in the sidebar's search field. When the settings
+// cannot be saved, a notice over the content says so until dismissed.
 class MainWindow : public Gtk::ApplicationWindow {
 public:
     static constexpr int defaultWidth = 1100;

@@ -10,6 +10,7 @@
 #include <gtkmm/cssprovider.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
+#include <gtkmm/shortcutcontroller.h>
 #include <gtkmm/stylecontext.h>
 #include <string>
 
@@ -129,6 +130,18 @@ OnboardingView::OnboardingView(ArtifactStore& store, Gtk::Window* parent)
 
     // Escape closes the guide like any other dismissal.
     closeOnEscape(*this);
+    // The arrow keys turn the pages. They are caught before the focused button, which
+    // would otherwise move the focus with them.
+    auto paging = Gtk::ShortcutController::create();
+    paging->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    for (const auto& [key, offset] : {std::pair{GDK_KEY_Left, -1}, std::pair{GDK_KEY_Right, 1}})
+        paging->add_shortcut(Gtk::Shortcut::create(
+            Gtk::KeyvalTrigger::create(key),
+            Gtk::CallbackAction::create([this, offset](Gtk::Widget&, const Glib::VariantBase&) {
+                setCurrentStep(currentStep_ + offset);
+                return true;
+            })));
+    add_controller(paging);
     signal_close_request().connect(
         [this] {
             store_.setIsShowingOnboarding(false);

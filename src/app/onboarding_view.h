@@ -23,9 +23,10 @@ private:
     Gtk::DrawingArea disc_;
 };
 
-// The first-run guide: four pages paged through with "Back" and "Next", shown
-// modally over the main window. "Get Started" on the last page closes it and records
-// that the guide was seen; any other close (Escape, the window manager) only closes it.
+// The first-run guide: four pages paged through with "Back" and "Next" or the Left and
+// Right keys, shown modally over the main window. "Get Started" on the last page closes
+// it and records that the guide was seen; any other close (Escape, the window manager)
+// only closes it.
 // Every close writes false into the store's isShowingOnboarding.
 class OnboardingView : public Gtk::Window {
 public:

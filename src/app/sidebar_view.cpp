@@ -272,6 +272,14 @@ Gtk::Widget& SidebarView::makeSearchBar() {
 
     // The text only swaps the hint for the clear button; nothing reads it.
     searchField_.property_text().signal_changed().connect([this] { updateSearchAccessory(); });
+    auto keys = Gtk::ShortcutController::create();
+    keys->add_shortcut(Gtk::Shortcut::create(
+        Gtk::KeyvalTrigger::create(GDK_KEY_Escape),
+        Gtk::CallbackAction::create([this](Gtk::Widget&, const Glib::VariantBase&) {
+            searchLeft_.emit();
+            return true;
+        })));
+    searchField_.add_controller(keys);
     updateSearchAccessory();
     return *bar;
 }
@@ -401,6 +409,10 @@ void SidebarView::updateFolderRows() {
         previous = row;
     }
     folderItems_ = std::move(rows);
+}
+
+void SidebarView::focusSearch() {
+    searchField_.grab_focus();
 }
 
 void SidebarView::updateSearchAccessory() {

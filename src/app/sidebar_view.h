@@ -14,6 +14,7 @@
 #include <gtkmm/text.h>
 #include <optional>
 #include <sigc++/connection.h>
+#include <sigc++/signal.h>
 #include <string>
 #include <vector>
 
@@ -86,6 +87,11 @@ public:
     SidebarView(const SidebarView&) = delete;
     SidebarView& operator=(const SidebarView&) = delete;
 
+    // Puts the keyboard focus in the search field.
+    void focusSearch();
+    // Escape in the search field: the focus should leave it; its text stays.
+    sigc::signal<void()>& signalSearchLeft() { return searchLeft_; }
+
 private:
     Gtk::Widget& makeHeader();
     Gtk::Widget& makeSearchBar();
@@ -104,6 +110,7 @@ private:
     Gtk::Box folderRows_{Gtk::Orientation::VERTICAL, 2};
     std::vector<SidebarFolderItem*> folderItems_;
     std::vector<sigc::connection> connections_;
+    sigc::signal<void()> searchLeft_;
 };
 
 } // namespace kelmo

@@ -26,6 +26,7 @@ add_library(kelmo_app STATIC
   ${CMAKE_CURRENT_LIST_DIR}/about_window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/settings_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/settings_window.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/shortcuts_window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/duskwell_app.cpp
   ${CMAKE_CURRENT_LIST_DIR}/renderer_choice.cpp
 )

@@ -1,14 +1,19 @@
 #include "app/duskwell_app.h"
 #include "app/main_window.h"
 #include "app/onboarding_steps.h"
+#include "keyboard.h"
 #include "library/library_view.h"
 #include "library/symbols.h"
 #include "runtime/artifact_detail_view.h"
 #include "shell_fixture.h"
 
+#include <gmock/gmock.h>
 #include <gtkmm/icontheme.h>
 #include <gtkmm/image.h>
 #include <gtkmm/popovermenubar.h>
+#include <gtkmm/shortcutsshortcut.h>
+#include <gtkmm/shortcutswindow.h>
+#include <gtkmm/text.h>
 #include <set>
 
 namespace kelmo::testing {
@@ -87,12 +92,16 @@ TEST_F(DuskwellAppTest, ShortcutsAndMenusCarryEveryCommandAndNoNewWindowItem) {
     for (const auto& [accel, action] : {std::pair{"<Control>o", "app.open-file"},
                                         {"<Shift><Control>o", "app.open-folder"},
                                         {"<Control>comma", "app.settings"},
+                                        {"<Control>question", "app.shortcuts"},
+                                        {"<Control>w", "window.close"},
                                         {"<Control>q", "app.quit"},
+                                        {"<Control>f", "win.search"},
                                         {"F9", "win.toggle-sidebar"}})
         EXPECT_EQ(app->get_actions_for_accel(accel), std::vector<Glib::ustring>{action});
 
-    // The menus carry every command of the application and the window, and nothing else.
-    std::set<std::string> commands, inMenus;
+    // The menus carry every command of the application and the window, and nothing else
+    // but the toolkit's own window.close.
+    std::set<std::string> commands{"window.close"}, inMenus;
     for (const auto& name : app->list_actions())
         commands.insert("app." + name);
     for (const auto& name : app->mainWindow()->list_actions())
@@ -127,6 +136,84 @@ TEST_F(DuskwellAppTest, OneMainWindowWithoutATitleBarAndOneAboutAndSettingsWindo
         app->activate_action(action);
         EXPECT_EQ(windowsTitled(title), shown);
         EXPECT_TRUE(shown.front()->get_visible());
+    }
+}
+
+TEST_F(DuskwellAppTest, KeysSearchListTheShortcutsCloseTheFocusedWindowAndPageTheGuide) {
+    if (!canTypeKeys())
+        GTEST_SKIP() << "keys are typed through XTEST";
+    for (const auto* name : {"alpha.html", "beta.jsx"}) {
+        writeFile(root / name);
+        appStore->addArtifact(root / name);
+    }
+    appStore->setSelectedArtifact(std::nullopt);
+    auto& main = *app->mainWindow();
+    ASSERT_TRUE(focusWindow(main));
+
+    // Ctrl+F puts the focus in the search field; Escape hands it to the detail column
+    // and keeps the text.
+    auto& search = theOnly<Gtk::Text>(main);
+    typeKeys("<Control>f");
+    ASSERT_TRUE(runMainLoopUntil([&] { return main.get_focus() == &search; }));
+    search.set_text("alpha");
+    typeKeys("Escape");
+    ASSERT_TRUE(runMainLoopUntil([&] { return main.get_focus() != &search; }));
+    EXPECT_EQ(search.get_text(), "alpha");
+    ASSERT_NE(main.get_focus(), nullptr);
+    EXPECT_TRUE(main.get_focus()->is_ancestor(*main.contentView().detailView()));
+
+    // Ctrl+? lists the shortcuts, each one bound (Reload by the player).
+    typeKeys("<Control>question");
+    Gtk::ShortcutsWindow* shortcuts = nullptr;
+    ASSERT_TRUE(runMainLoopUntil([&] {
+        for (auto* window : app->get_windows())
+            if ((shortcuts = dynamic_cast<Gtk::ShortcutsWindow*>(window)))
+                return shortcuts->get_visible();
+        return false;
+    }));
+    std::vector<std::pair<std::string, std::string>> listed;
+    for (auto* shortcut : findAll<Gtk::ShortcutsShortcut>(*shortcuts)) {
+        const std::string accelerator = shortcut->property_accelerator().get_value();
+        listed.emplace_back(shortcut->property_title().get_value(), accelerator);
+        if (accelerator != "<Control>r") {
+            EXPECT_FALSE(app->get_actions_for_accel(accelerator).empty()) << accelerator;
+        }
+    }
+    EXPECT_THAT(listed, ::testing::IsSupersetOf(std::vector<std::pair<std::string, std::string>>{
+                            {"Open File", "<Control>o"},
+                            {"Open Folder", "<Shift><Control>o"},
+                            {"Reload", "<Control>r"},
+                            {"Search", "<Control>f"},
+                            {"Settings", "<Control>comma"},
+                            {"Close Window", "<Control>w"},
+                            {"Keyboard Shortcuts", "<Control>question"}}));
+
+    // Ctrl+W closes the window it is typed in: the shortcuts, Settings (opened with
+    // Ctrl+comma), About and the main window.
+    const auto closesOnCtrlW = [](Gtk::Window& window) {
+        if (!focusWindow(window))
+            return false;
+        typeKeys("<Control>w");
+        return runMainLoopUntil([&window] { return !window.get_visible(); });
+    };
+    EXPECT_TRUE(closesOnCtrlW(*shortcuts));
+    ASSERT_TRUE(focusWindow(main));
+    typeKeys("<Control>comma");
+    ASSERT_TRUE(runMainLoopUntil([&] { return !windowsTitled("Settings").empty(); }));
+    EXPECT_TRUE(closesOnCtrlW(*windowsTitled("Settings").front()));
+    app->activate_action("about");
+    EXPECT_TRUE(closesOnCtrlW(*windowsTitled("About Kelmo").front()));
+    EXPECT_TRUE(closesOnCtrlW(main));
+
+    // The arrows page through the guide.
+    app->activate();
+    appStore->setIsShowingOnboarding(true);
+    ASSERT_TRUE(runMainLoopUntil([&] { return main.contentView().onboardingView(); }));
+    auto& guide = *main.contentView().onboardingView();
+    ASSERT_TRUE(focusWindow(guide));
+    for (const auto& [key, step] : {std::pair{"Right", 1}, {"Right", 2}, {"Left", 1}}) {
+        typeKeys(key);
+        EXPECT_TRUE(runMainLoopUntil([&] { return guide.currentStep() == step; })) << key;
     }
 }
 
