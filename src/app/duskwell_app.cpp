@@ -2,6 +2,7 @@
 
 #include "app/about_window.h"
 #include "app/file_chooser_open_panel.h"
+#include "app/light_theme.h"
 #include "app/main_window.h"
 #include "app/renderer_choice.h"
 #include "app/settings_window.h"
@@ -62,6 +63,7 @@ void DuskwellApp::on_startup() {
     Gtk::Application::on_startup();
     const auto display = Gdk::Display::get_default();
     preferCairoOnSoftwareRendering(display);
+    keepLightTheme(Gtk::Settings::get_default());
     installSymbolIcons(display);
     loadApplicationStyle(display);
     Gtk::Window::set_default_icon_name(appLogoIconName);

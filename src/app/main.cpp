@@ -1,5 +1,6 @@
 #include "app/command_line.h"
 #include "app/duskwell_app.h"
+#include "app/light_theme.h"
 #include "app/renderer_choice.h"
 
 #include <cstdio>
@@ -26,6 +27,7 @@ int main(int argc, char* argv[]) {
         keptArgv.push_back(argument.data());
     keptArgv.push_back(nullptr);
 
+    kelmo::preferLightThemeInEnvironment();
     const auto openGLSkipped = kelmo::skipOpenGLWithoutGraphicsDevice();
     // Creating the application initialises GTK.
     auto app = kelmo::DuskwellApp::create();

@@ -29,6 +29,7 @@ add_library(kelmo_app STATIC
   ${CMAKE_CURRENT_LIST_DIR}/shortcuts_window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/duskwell_app.cpp
   ${CMAKE_CURRENT_LIST_DIR}/renderer_choice.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/light_theme.cpp
 )
 target_include_directories(kelmo_app PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(kelmo_app PUBLIC kelmo_core kelmo_library kelmo_runtime PkgConfig::GTKMM

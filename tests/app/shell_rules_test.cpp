@@ -1,4 +1,5 @@
 #include "app/command_line.h"
+#include "app/light_theme.h"
 #include "app/renderer_choice.h"
 #include "test_support.h"
 
@@ -26,6 +27,15 @@ TEST(RendererChoice, AGraphicsDeviceIsADriNodeOrNvidiasControlDevice) {
     std::filesystem::remove_all(devices / "dri");
     testing::writeFile(devices / "nvidiactl");
     EXPECT_TRUE(hasGraphicsDevice(devices.path()));
+}
+
+TEST(LightTheme, DarkVariantsGiveWayToTheirLightThemes) {
+    EXPECT_EQ(lightThemeVariant("Adwaita-dark"), "Adwaita");
+    EXPECT_EQ(lightThemeVariant("Adwaita:dark"), "Adwaita");
+    EXPECT_EQ(lightThemeVariant("Yaru-blue-dark"), "Yaru-blue");
+    EXPECT_EQ(lightThemeVariant("HighContrastInverse"), "HighContrast");
+    for (const char* light : {"Adwaita", "HighContrast", "Darkroom", "Adwaita:light", ""})
+        EXPECT_EQ(lightThemeVariant(light), light);
 }
 
 TEST(CommandLine, HelpAndVersionAreAnsweredBeforeAnythingElse) {
