@@ -19,7 +19,8 @@ struct DetailViews {
     std::function<Gtk::Widget*(ArtifactStore& store, const Artifact& artifact)> makePlayerView;
     std::function<void(Gtk::Widget& playerView, const Artifact& artifact)> showArtifact;
 
-    // The library of cards and rows, and the player that runs the artifact.
+    // The library of cards and rows, which all start as grid or list as the last one
+    // was left, and the player that runs the artifact.
     static DetailViews standard();
 
     // Light stand-ins for tests of the shell: the names of the selected section's

@@ -6,7 +6,11 @@ namespace kelmo {
 
 DetailViews DetailViews::standard() {
     DetailViews views;
-    views.makeLibraryView = [](ArtifactStore& store) { return kelmo::makeLibraryView(store); };
+    // Grid or list lasts for as long as these views do, the application's run.
+    auto presentation = std::make_shared<LibraryPresentation>();
+    views.makeLibraryView = [presentation](ArtifactStore& store) {
+        return kelmo::makeLibraryView(store, presentation);
+    };
     views.makePlayerView = [](ArtifactStore& store, const Artifact& artifact) -> Gtk::Widget* {
         return Gtk::make_managed<ArtifactDetailView>(store, artifact);
     };

@@ -102,10 +102,10 @@ Glib::RefPtr<Gtk::SignalListItemFactory> makeItemFactory(ArtifactStore& store) {
 
 } // namespace
 
-LibraryView::LibraryView(ArtifactStore& store)
+LibraryView::LibraryView(ArtifactStore& store, std::shared_ptr<LibraryPresentation> presentation)
     : Gtk::Box{Gtk::Orientation::VERTICAL, 0}, store_{store},
-      items_{Gio::ListStore<ArtifactItem>::create()}, selection_{Gtk::NoSelection::create(items_)},
-      menuActions_{Gio::SimpleActionGroup::create()} {
+      presentation_{std::move(presentation)}, items_{Gio::ListStore<ArtifactItem>::create()},
+      selection_{Gtk::NoSelection::create(items_)}, menuActions_{Gio::SimpleActionGroup::create()} {
     add_css_class("library-view");
     set_hexpand(true);
     set_vexpand(true);
@@ -127,7 +127,7 @@ LibraryView::LibraryView(ArtifactStore& store)
 
     makeContextMenu();
     installDropTarget();
-    setGridView(true);
+    setGridView(presentation_->gridView);
 
     connections_.push_back(store_.signalChanged().connect([this] { update(); }));
     update();
@@ -140,8 +140,9 @@ LibraryView::~LibraryView() {
         menu_.unparent();
 }
 
-Gtk::Widget* makeLibraryView(ArtifactStore& store) {
-    return Gtk::make_managed<LibraryView>(store);
+Gtk::Widget* makeLibraryView(ArtifactStore& store,
+                             std::shared_ptr<LibraryPresentation> presentation) {
+    return Gtk::make_managed<LibraryView>(store, std::move(presentation));
 }
 
 std::string LibraryView::sectionTitle() const {
@@ -400,7 +401,7 @@ void LibraryView::select(guint position) {
 }
 
 void LibraryView::setGridView(bool grid) {
-    isGridView_ = grid;
+    presentation_->gridView = grid;
     setViewToggleStyle(gridButton_, grid);
     setViewToggleStyle(listButton_, !grid);
     // Only the view on screen holds the items, so the hidden one keeps no cells.

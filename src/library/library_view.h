@@ -16,12 +16,20 @@
 #include <gtkmm/noselection.h>
 #include <gtkmm/popovermenu.h>
 #include <gtkmm/scrolledwindow.h>
+#include <memory>
 #include <optional>
 #include <sigc++/connection.h>
 #include <string>
 #include <vector>
 
 namespace kelmo {
+
+// How the user last chose to see the library. The detail column makes a new library
+// view each time it returns to the library; views that share one of these start as the
+// last one was left.
+struct LibraryPresentation {
+    bool gridView = true;
+};
 
 // The detail column while no artifact is selected: the artifacts of the sidebar's
 // section as a grid of cards or a list of rows, under a header with the section's
@@ -34,7 +42,8 @@ namespace kelmo {
 // and rows are built lazily for the cells on screen and recycled as they scroll.
 class LibraryView : public Gtk::Box {
 public:
-    explicit LibraryView(ArtifactStore& store);
+    explicit LibraryView(ArtifactStore& store, std::shared_ptr<LibraryPresentation> presentation =
+                                                   std::make_shared<LibraryPresentation>());
     ~LibraryView() override;
     LibraryView(const LibraryView&) = delete;
     LibraryView& operator=(const LibraryView&) = delete;
@@ -43,7 +52,7 @@ public:
     // the folder is gone).
     std::string sectionTitle() const;
 
-    bool isGridView() const { return isGridView_; }
+    bool isGridView() const { return presentation_->gridView; }
     bool isDraggingOver() const { return isDraggingOver_; }
 
     // Adds every file whose extension is supported, each with its own store call
@@ -76,7 +85,7 @@ private:
     void size_allocate_vfunc(int width, int height, int baseline) override;
 
     ArtifactStore& store_;
-    bool isGridView_ = true;
+    std::shared_ptr<LibraryPresentation> presentation_;
     bool isDraggingOver_ = false;
 
     Glib::RefPtr<Gio::ListStore<ArtifactItem>> items_;
@@ -108,6 +117,7 @@ private:
 };
 
 // A new managed library view for the main window's detail column.
-Gtk::Widget* makeLibraryView(ArtifactStore& store);
+Gtk::Widget* makeLibraryView(ArtifactStore& store,
+                             std::shared_ptr<LibraryPresentation> presentation);
 
 } // namespace kelmo

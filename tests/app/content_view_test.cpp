@@ -1,4 +1,5 @@
 #include "app/content_view.h"
+#include "library/library_view.h"
 #include "shell_fixture.h"
 #include "store/settings_keys.h"
 
@@ -84,6 +85,26 @@ TEST_F(ContentViewTest, DetailShowsOneKeptPlayerWhileAnArtifactIsSelectedAndTheL
                                   })
                   .size(),
               1u);
+}
+
+TEST_F(ContentViewTest, TheLibraryKeepsGridOrListAcrossSectionsAndEachNewLibraryView) {
+    auto& store = makeQuietStore();
+    auto views = DetailViews::standard();
+    auto* page = Gtk::make_managed<Gtk::Box>();
+    auto* first = dynamic_cast<LibraryView*>(views.makeLibraryView(store));
+    ASSERT_NE(first, nullptr);
+    page->append(*first);
+    show(*page);
+    click(theOnly<Gtk::Button>(
+        *first, [](Gtk::Button& b) { return b.get_tooltip_text().raw() == "List view"; }));
+    store.setSelectedSection(SidebarItem::favorites());
+    store.setSelectedSection(SidebarItem::library());
+    EXPECT_FALSE(first->isGridView());
+
+    // Back from the player, the column makes another view: it shows the list too.
+    auto* second = dynamic_cast<LibraryView*>(views.makeLibraryView(store));
+    page->append(*second);
+    EXPECT_FALSE(second->isGridView());
 }
 
 TEST_F(ContentViewTest, FocusModeHidesTheSidebarAndDraggingTheDividerSwitchesIt) {
