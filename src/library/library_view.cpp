@@ -116,14 +116,13 @@ LibraryView::LibraryView(ArtifactStore& store, std::shared_ptr<LibraryPresentati
     append(*divider);
     append(makeEmptyState());
 
-    itemsArea_.set_vexpand(true);
-    itemsArea_.append(makeDropZone());
+    makeDropZone();
     makeArtifactGrid();
     makeArtifactList();
     scroller_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
     scroller_.set_vexpand(true);
-    itemsArea_.append(scroller_);
-    append(itemsArea_);
+    scroller_.set_child(page_);
+    append(scroller_);
 
     makeContextMenu();
     installDropTarget();
@@ -253,7 +252,7 @@ Gtk::Widget& LibraryView::makeEmptyState() {
     return emptyState_;
 }
 
-Gtk::Widget& LibraryView::makeDropZone() {
+void LibraryView::makeDropZone() {
     dropZone_.set_has_frame(false);
     dropZone_.add_css_class("library-drop-zone");
     auto* content = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 12);
@@ -273,7 +272,6 @@ Gtk::Widget& LibraryView::makeDropZone() {
     content->append(*texts);
     dropZone_.set_child(*content);
     dropZone_.signal_clicked().connect([this] { store_.openArtifactFile(); });
-    return dropZone_;
 }
 
 void LibraryView::makeArtifactGrid() {
@@ -408,9 +406,9 @@ void LibraryView::setGridView(bool grid) {
     artifactGrid_.set_model(grid ? selection_ : nullptr);
     artifactList_.set_model(grid ? nullptr : selection_);
     if (grid)
-        scroller_.set_child(artifactGrid_);
+        page_.setItems(artifactGrid_);
     else
-        scroller_.set_child(artifactList_);
+        page_.setItems(artifactList_);
 }
 
 void LibraryView::update() {
@@ -425,7 +423,7 @@ void LibraryView::update() {
         count_.set_text(fileCountString(artifacts.size()));
 
     emptyState_.set_visible(empty);
-    itemsArea_.set_visible(!empty);
+    scroller_.set_visible(!empty);
     if (empty)
         updateEmptyState(section);
     const bool showsDropZone = !empty && section == SidebarItem::Kind::library;

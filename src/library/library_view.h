@@ -2,6 +2,7 @@
 
 #include "library/artifact_item.h"
 #include "library/card_grid_view.h"
+#include "library/headered_scrollable.h"
 #include "model/sidebar_item.h"
 #include "store/artifact_store.h"
 
@@ -34,7 +35,8 @@ struct LibraryPresentation {
 // The detail column while no artifact is selected: the artifacts of the sidebar's
 // section as a grid of cards or a list of rows, under a header with the section's
 // title, the grid/list toggle and an "Open File..." button. The Library section
-// adds a drop zone above its items; an empty section shows what it is for instead.
+// adds a drop zone above its items, which scrolls away with them; an empty section
+// shows what it is for instead.
 // Files may be dropped anywhere on the view, whatever the section.
 //
 // The view keeps only presentation state (grid or list, drag hover); everything it
@@ -66,7 +68,7 @@ public:
 private:
     Gtk::Widget& makeLibraryToolbar();
     Gtk::Widget& makeEmptyState();
-    Gtk::Widget& makeDropZone();
+    void makeDropZone();
     void makeArtifactGrid();
     void makeArtifactList();
     void makeContextMenu();
@@ -103,11 +105,12 @@ private:
     Gtk::Label emptySubtitle_;
     Gtk::Box emptyButtons_{Gtk::Orientation::HORIZONTAL, 10};
 
-    Gtk::Box itemsArea_{Gtk::Orientation::VERTICAL, 0};
-    Gtk::Button dropZone_;
     Gtk::ScrolledWindow scroller_;
+    Gtk::Button dropZone_;
     CardGridView artifactGrid_;
     Gtk::ListView artifactList_;
+    // The drop zone above the grid or the list, scrolled with them.
+    HeaderedScrollable page_{dropZone_};
 
     Gtk::PopoverMenu menu_;
     Glib::RefPtr<Gio::SimpleActionGroup> menuActions_;

@@ -22,6 +22,7 @@ add_library(kelmo_library STATIC
   ${CMAKE_CURRENT_LIST_DIR}/artifact_card_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_row_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/card_grid_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/headered_scrollable.cpp
   ${CMAKE_CURRENT_LIST_DIR}/library_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/library_view_drop.cpp
   ${CMAKE_CURRENT_BINARY_DIR}/kelmo-icons.c

@@ -12,6 +12,7 @@
 #include <gtkmm/gridview.h>
 #include <gtkmm/listview.h>
 #include <gtkmm/popovermenu.h>
+#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/stylecontext.h>
 #include <set>
 
@@ -113,7 +114,7 @@ TEST_F(LibraryViewTest, EachSectionShowsItsTitleAndAnEmptyPageOfItsOwnAndOnlyThe
     EXPECT_FALSE(showsText(view, "2 files") || showsText(view, "0 files")) << "empty: no count";
 }
 
-TEST_F(LibraryViewTest, DropZoneShowsOnlyAboveANonEmptyLibraryLightsUpOnHoverAndOpensTheChooser) {
+TEST_F(LibraryViewTest, DropZoneShowsOnlyAboveANonEmptyLibraryScrollsLightsUpAndOpensTheChooser) {
     auto& view = showLibrary();
     auto* zone = findButton(view, "Drop a file to run it");
     ASSERT_NE(zone, nullptr);
@@ -135,6 +136,23 @@ TEST_F(LibraryViewTest, DropZoneShowsOnlyAboveANonEmptyLibraryLightsUpOnHoverAnd
     g_signal_emit_by_name(drop, "leave");
     EXPECT_FALSE(view.isDraggingOver());
     EXPECT_FALSE(zone->has_css_class("dragging-over"));
+
+    // It scrolls away with the items.
+    addFiles({"b.html", "c.html", "d.html", "e.html", "f.html", "g.html", "h.html", "i.html",
+              "j.html", "k.html", "l.html"});
+    auto& scroller = theOnly<Gtk::ScrolledWindow>(
+        view, [&](Gtk::ScrolledWindow& scrolled) { return zone->is_ancestor(scrolled); });
+    const auto zoneTop = [&] {
+        double x = 0, y = 0;
+        zone->translate_coordinates(view, 0, 0, x, y);
+        return y;
+    };
+    const auto scrolled = scroller.get_vadjustment();
+    ASSERT_TRUE(
+        runMainLoopUntil([&] { return scrolled->get_upper() - scrolled->get_page_size() >= 40; }));
+    const double top = zoneTop();
+    scrolled->set_value(40);
+    EXPECT_TRUE(runMainLoopUntil([&] { return zoneTop() == top - 40; }));
 
     store->markRecent(artifactNamed("page"));
     store->setSelectedSection(SidebarItem::recents());
