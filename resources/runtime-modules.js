@@ -292,19 +292,23 @@
   // it (js/build.mjs copies the stylesheets of the packages it bundles, named
   // "css~<path with ~ for />"), and otherwise ignored with a warning, as is one of the
   // artifact's own project (./App.css), which the page does not have.
-  const RUNTIME_URL = new URL(".", document.currentScript.src).href;
+  const RUNTIME_URL = new URL(".", document.currentScript.src || location.href).href;
+  const EMBEDDED_FILES = new Set(window.kelmoEmbeddedFiles || []);
   function stylesheetEntry(specifier) {
     return {
       files: [],
       exports: () => {
         const ignored = (why) =>
           console.warn(`The stylesheet "${specifier}" ${why}; the import is ignored.`);
+        const file = "css~" + specifier.replace(/\?.*$/, "").split("/").join("~");
         if (/^[./~]/.test(specifier) || specifier.startsWith("@/")) {
           ignored("belongs to the artifact's own project, which Kelmo does not have");
+        } else if (EMBEDDED_FILES.has(file)) {
+          // Already on the page, which was exported with it.
         } else {
           const link = document.createElement("link");
           link.rel = "stylesheet";
-          link.href = RUNTIME_URL + "css~" + specifier.replace(/\?.*$/, "").split("/").join("~");
+          link.href = RUNTIME_URL + file;
           link.onerror = () => {
             link.remove();
             ignored("is not available in Kelmo");

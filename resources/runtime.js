@@ -10,7 +10,9 @@
 
   // Where the runtime files are served (this script among them), the same for every
   // artifact; what is the artifact's own (its module) comes from the page's origin.
-  const RUNTIME_URL = new URL(".", document.currentScript.src).href;
+  // A page exported as one file has them all inside it (kelmoEmbeddedFiles).
+  const RUNTIME_URL = new URL(".", document.currentScript.src || location.href).href;
+  const EMBEDDED_FILES = new Set(window.kelmoEmbeddedFiles || []);
   const MAX_SHOWN_ERRORS = 5;
   const TAILWIND_FILE = "kelmo-tailwind.js";
   const BABEL_FILE = "babel.min.js";
@@ -222,7 +224,8 @@
   function loadFile(file, { inOrder = true } = {}) {
     // The page itself loads the files every artifact needs, ahead of this script.
     const url = file.startsWith(COMPILED_MODULE_FILE) ? new URL(file, location.href).href : RUNTIME_URL + file;
-    if (!loadedFiles.has(file) && document.querySelector(`script[src="${url}"]`))
+    if (!loadedFiles.has(file) && (EMBEDDED_FILES.has(file.replace(/\?.*$/, "")) ||
+        document.querySelector(`script[src="${url}"]`)))
       loadedFiles.set(file, Promise.resolve());
     if (!loadedFiles.has(file)) {
       loadedFiles.set(file, new Promise((resolve, reject) => {
@@ -336,7 +339,9 @@
   // message that says so.
   function installHostApis() {
     const host = window.kelmoHost;
-    const memory = new Map(); // without the application: kept for this page only
+    // Without the application (a page exported as one file), values stay in the
+    // browser's local storage, or for this page only where there is none.
+    const memory = browserStorage() || new Map();
 
     function keyText(key) {
       if (typeof key !== "string" || key === "")
@@ -398,6 +403,29 @@
     }
     window.claude = { complete: offline("window.claude.complete") };
     window.fs = { readFile: offline("window.fs.readFile") };
+  }
+
+  // localStorage behind the few Map methods the storage calls use, its keys prefixed.
+  function browserStorage() {
+    let local;
+    try {
+      local = window.localStorage;
+      local.getItem("");
+    } catch {
+      return undefined;
+    }
+    const prefix = "kelmo-storage:";
+    return {
+      has: (slot) => local.getItem(prefix + slot) !== null,
+      get: (slot) => local.getItem(prefix + slot),
+      set: (slot, value) => local.setItem(prefix + slot, value),
+      delete: (slot) => {
+        const had = local.getItem(prefix + slot) !== null;
+        local.removeItem(prefix + slot);
+        return had;
+      },
+      keys: () => Object.keys(local).filter((key) => key.startsWith(prefix)).map((key) => key.slice(prefix.length)),
+    };
   }
 
   // ---- Compiling ---------------------------------------------------------------

@@ -19,7 +19,6 @@ constexpr char couldNotReadFile[] = "Could not read file";
 constexpr char sourceTooLarge[] = "The file is too large to run (over 10 MB)";
 // Past this, a JSX or TSX source is not read: no prototype is that large, and compiling
 // and embedding it would keep the page busy for minutes.
-constexpr off_t largestSource = 10 * 1024 * 1024;
 constexpr char requestTimedOut[] = "The request timed out.";
 constexpr char pageCrashed[] = "The artifact's page crashed";
 constexpr char pageOutOfMemory[] = "The artifact's page ran out of memory";
@@ -206,7 +205,7 @@ void ArtifactWebView::Coordinator::load(const Artifact& artifact, WebKitWebView*
     const unsigned read = ++sourceReads_;
     readingSource_ = true;
     SourceFile::readInBackground(
-        url, largestSource,
+        url, SourceFile::largestSource,
         [this, alive = std::weak_ptr<bool>{alive_}, read, artifact](SourceFile source) {
             if (alive.expired() || read != sourceReads_ || timedOut_)
                 return;

@@ -11,6 +11,8 @@ namespace kelmo {
 // A JSX or TSX source as read for running.
 struct SourceFile {
     enum class Problem { unreadable, tooLarge, notText };
+    // The largest source Kelmo runs.
+    static constexpr std::size_t largestSource = 10 * 1024 * 1024;
 
     std::optional<std::string> code; // UTF-8 text; nothing when there is a problem
     std::optional<Problem> problem;

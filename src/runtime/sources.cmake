@@ -48,7 +48,9 @@ add_library(kelmo_runtime STATIC
   ${CMAKE_CURRENT_LIST_DIR}/artifact_web_view_coordinator.cpp
   ${CMAKE_CURRENT_LIST_DIR}/player_background.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_detail_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/html_export.cpp
 )
+target_compile_definitions(kelmo_runtime PRIVATE KELMO_VERSION="${PROJECT_VERSION}")
 # The player shows the library's type badge, button styles and symbols.
 target_link_libraries(kelmo_runtime PUBLIC kelmo_runtime_schemes kelmo_player_rules kelmo_library
   PkgConfig::GTKMM PkgConfig::WEBKIT)
