@@ -6,8 +6,6 @@
 #include "library/app_style.h"
 #include "library/symbols.h"
 
-#include <gio/gio.h>
-#include <giomm/file.h>
 #include <giomm/menu.h>
 #include <giomm/themedicon.h>
 #include <glibmm/main.h>
@@ -76,12 +74,6 @@ void setSelectedLook(Gtk::Widget& row, bool selected) {
 }
 
 } // namespace
-
-void openInFileManager(const std::string& folderPath) {
-    const std::string uri = Gio::File::create_for_path(folderPath)->get_uri();
-    // The launch answers later; a failure leaves nothing to report.
-    g_app_info_launch_default_for_uri_async(uri.c_str(), nullptr, nullptr, nullptr, nullptr);
-}
 
 SidebarNavItem::SidebarNavItem(ArtifactStore& store, std::string icon, std::string selectedIcon,
                                const std::string& label, SidebarItem section)

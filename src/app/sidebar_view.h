@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/file_manager.h"
 #include "model/sidebar_item.h"
 #include "model/watched_folder.h"
 #include "store/artifact_store.h"
@@ -20,11 +21,8 @@
 
 namespace kelmo {
 
-// Shows a folder in the desktop's file manager.
+// Shows a folder in the desktop's file manager (openInFileManager).
 using FolderOpener = std::function<void(const std::string& folderPath)>;
-
-// Opens the folder with the default handler of file:// locations (the file manager).
-void openInFileManager(const std::string& folderPath);
 
 // One fixed section of the library (Library, Recents, Favorites): clicking it
 // selects the section and returns the detail column to the library.

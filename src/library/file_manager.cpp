@@ -1,57 +1,88 @@
 #include "library/file_manager.h"
 
+#include "model/artifact.h"
 #include "model/watched_folder.h"
 
-#include <gio/gio.h>
-#include <glib.h>
+#include <filesystem>
+#include <giomm/appinfo.h>
+#include <giomm/dbusconnection.h>
+#include <giomm/file.h>
+#include <glibmm/main.h>
+#include <gtkmm/application.h>
+#include <gtkmm/messagedialog.h>
 #include <memory>
 
 namespace kelmo {
 namespace {
 
-void openContainingFolder(const std::string& filePath) {
-    gchar* uri = g_filename_to_uri(containingDirectoryPath(filePath).c_str(), nullptr, nullptr);
-    if (!uri)
-        return;
-    g_app_info_launch_default_for_uri_async(uri, nullptr, nullptr, nullptr, nullptr);
-    g_free(uri);
+void explainUnopenedFolder(const std::string& folderPath, const Glib::ustring& why) {
+    const std::string name = std::filesystem::path{folderPath}.filename();
+    const Glib::ustring title = "Kelmo cannot open “" + displayName(name) + "”";
+    const auto app = std::dynamic_pointer_cast<Gtk::Application>(Gio::Application::get_default());
+    Gtk::Window* parent = app ? app->get_active_window() : nullptr;
+    auto owned =
+        parent ? std::make_unique<Gtk::MessageDialog>(
+                     *parent, title, false, Gtk::MessageType::WARNING, Gtk::ButtonsType::OK, true)
+               : std::make_unique<Gtk::MessageDialog>(title, false, Gtk::MessageType::WARNING,
+                                                      Gtk::ButtonsType::OK, true);
+    owned->set_secondary_text("No file manager answered, and no application opens folders (" + why +
+                              ").\n\nThe folder is " + displayName(folderPath) + ".");
+    // Answered, the dialog goes once its own handler has returned.
+    Gtk::MessageDialog* dialog = owned.release();
+    dialog->signal_response().connect([dialog](int) {
+        dialog->set_visible(false);
+        Glib::signal_idle().connect_once(
+            [dialog] { std::unique_ptr<Gtk::MessageDialog> answered{dialog}; });
+    });
+    dialog->present();
 }
 
-struct RevealRequest {
-    std::string filePath;
-};
+void openWithDefaultHandler(const std::string& folderPath) {
+    Gio::AppInfo::launch_default_for_uri_async(
+        Gio::File::create_for_path(folderPath)->get_uri(),
+        [folderPath](const Glib::RefPtr<Gio::AsyncResult>& result) {
+            try {
+                Gio::AppInfo::launch_default_for_uri_finish(result);
+            } catch (const Glib::Error& error) {
+                explainUnopenedFolder(folderPath, error.what());
+            }
+        });
+}
 
-void showItemsAnswered(GObject* source, GAsyncResult* result, gpointer data) {
-    std::unique_ptr<RevealRequest> request{static_cast<RevealRequest*>(data)};
-    GError* error = nullptr;
-    GVariant* reply = g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &error);
-    if (reply) {
-        g_variant_unref(reply);
+// Calls a FileManager1 method with one file's location, opening the folder with the
+// default handler when no file manager answers.
+void askFileManager(const char* method, const std::string& path, const std::string& folderPath) {
+    Glib::RefPtr<Gio::DBus::Connection> bus;
+    try {
+        bus = Gio::DBus::Connection::get_sync(Gio::DBus::BusType::SESSION);
+    } catch (const Glib::Error&) {
+        openWithDefaultHandler(folderPath);
         return;
     }
-    g_error_free(error);
-    openContainingFolder(request->filePath);
+    const std::vector<Glib::ustring> uris{Gio::File::create_for_path(path)->get_uri()};
+    const auto parameters = Glib::VariantContainerBase::create_tuple(
+        {Glib::Variant<std::vector<Glib::ustring>>::create(uris),
+         Glib::Variant<Glib::ustring>::create("")});
+    bus->call(
+        "/org/freedesktop/FileManager1", "org.freedesktop.FileManager1", method, parameters,
+        [bus, folderPath](const Glib::RefPtr<Gio::AsyncResult>& result) {
+            try {
+                bus->call_finish(result);
+            } catch (const Glib::Error&) {
+                openWithDefaultHandler(folderPath);
+            }
+        },
+        "org.freedesktop.FileManager1", 5000);
 }
 
 } // namespace
 
 void revealInFileManager(const std::string& filePath) {
-    gchar* uri = g_filename_to_uri(filePath.c_str(), nullptr, nullptr);
-    GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
-    if (!uri || !bus) {
-        g_free(uri);
-        if (bus)
-            g_object_unref(bus);
-        openContainingFolder(filePath);
-        return;
-    }
-    const gchar* uris[] = {uri, nullptr};
-    g_dbus_connection_call(bus, "org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
-                           "org.freedesktop.FileManager1", "ShowItems",
-                           g_variant_new("(^ass)", uris, ""), nullptr, G_DBUS_CALL_FLAGS_NONE, 5000,
-                           nullptr, showItemsAnswered, new RevealRequest{filePath});
-    g_free(uri);
-    g_object_unref(bus);
+    askFileManager("ShowItems", filePath, containingDirectoryPath(filePath));
+}
+
+void openInFileManager(const std::string& folderPath) {
+    askFileManager("ShowFolders", folderPath, folderPath);
 }
 
 } // namespace kelmo

@@ -8,9 +8,12 @@
 #include "library/type_badge.h"
 
 #include <gdk/gdk.h>
+#include <giomm/appinfo.h>
+#include <giomm/dbusconnection.h>
 #include <gtkmm/droptarget.h>
 #include <gtkmm/gridview.h>
 #include <gtkmm/listview.h>
+#include <gtkmm/messagedialog.h>
 #include <gtkmm/popovermenu.h>
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/stylecontext.h>
@@ -243,6 +246,37 @@ TEST_F(LibraryViewTest, ContextMenuFlipsWithTheFavouriteAndRemovesFromTheList) {
     EXPECT_EQ(names(store->artifacts()), std::vector<std::string>{"b"});
     EXPECT_TRUE(showsText(view, "1 file"));
     EXPECT_EQ(shownItems<ArtifactCardView>(view).size(), 1u);
+}
+
+TEST_F(LibraryViewTest, ShowInFilesWithNeitherAFileManagerNorAFolderHandlerSaysWhyAndWhere) {
+    const auto bus = Gio::DBus::Connection::get_sync(Gio::DBus::BusType::SESSION);
+    const auto activatable =
+        Glib::VariantBase::cast_dynamic<Glib::Variant<std::vector<Glib::ustring>>>(
+            bus->call_sync("/org/freedesktop/DBus", "org.freedesktop.DBus", "ListActivatableNames",
+                           {}, "org.freedesktop.DBus")
+                .get_child());
+    const auto names = activatable.get();
+    if (Gio::AppInfo::get_default_for_type("inode/directory") ||
+        std::find(names.begin(), names.end(), "org.freedesktop.FileManager1") != names.end())
+        GTEST_SKIP() << "this desktop has a file manager";
+
+    addFiles({"a.html"});
+    auto& view = showLibrary();
+    ASSERT_TRUE(menuOffers(view, artifactNamed("a"), "Show in Files"));
+    view.showContextMenu(artifactNamed("a"));
+    view.activate_action("artifact.reveal");
+    Gtk::MessageDialog* said = nullptr;
+    ASSERT_TRUE(runMainLoopUntil([&] {
+        for (auto* shown : Gtk::Window::list_toplevels())
+            if ((said = dynamic_cast<Gtk::MessageDialog*>(shown)))
+                return said->get_visible();
+        return false;
+    }));
+    const std::string why = said->property_secondary_text().get_value();
+    EXPECT_NE(why.find("no application opens folders"), std::string::npos) << why;
+    EXPECT_NE(why.find(root.path().native()), std::string::npos) << why;
+    said->response(Gtk::ResponseType::OK);
+    EXPECT_TRUE(runMainLoopUntil([&] { return Gtk::Window::list_toplevels().size() == 1; }));
 }
 
 TEST_F(LibraryViewTest, CardsShowSizeAndColouredBadgeAndTheirStarTogglesTheFavouriteAsRowsShow) {
