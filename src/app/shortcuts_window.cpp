@@ -45,7 +45,8 @@ std::string property(const char* name, const std::string& value) {
 // GTK 4.8 lets a shortcuts window be filled only from a builder description.
 std::string shortcutsInterface() {
     std::string ui = "<interface><object class=\"GtkShortcutsWindow\" id=\"shortcuts\">" +
-                     property("modal", "true") + property("hide-on-close", "true") +
+                     property("title", "Keyboard Shortcuts") + property("modal", "true") +
+                     property("hide-on-close", "true") +
                      "<child><object class=\"GtkShortcutsSection\">" +
                      property("section-name", "shortcuts") + property("max-height", "12");
     for (const auto& group : shortcutGroups()) {

@@ -389,6 +389,14 @@ void LibraryView::size_allocate_vfunc(int width, int height, int baseline) {
     menu_.present();
 }
 
+bool LibraryView::grab_focus_vfunc() {
+    // The cards or rows, where there are some, rather than the toolbar's first button.
+    Gtk::Widget& items = isGridView() ? static_cast<Gtk::Widget&>(artifactGrid_) : artifactList_;
+    if (scroller_.get_visible() && items.grab_focus())
+        return true;
+    return child_focus(Gtk::DirectionType::TAB_FORWARD);
+}
+
 void LibraryView::select(guint position) {
     const auto item = items_->get_item(position);
     if (!item)

@@ -85,6 +85,7 @@ private:
     void showContextMenuForFocus(Gtk::Widget& itemsView);
 
     void size_allocate_vfunc(int width, int height, int baseline) override;
+    bool grab_focus_vfunc() override;
 
     ArtifactStore& store_;
     std::shared_ptr<LibraryPresentation> presentation_;
