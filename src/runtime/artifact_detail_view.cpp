@@ -6,15 +6,21 @@
 #include "library/type_badge.h"
 #include "runtime/artifact_compiler.h"
 #include "runtime/artifact_web_view.h"
+#include "runtime/html_export.h"
 #include "runtime/package_fetcher.h"
+#include "runtime/page_snapshot.h"
 #include "runtime/player_background.h"
+#include "runtime/save_dialog.h"
 #include "runtime/script_dialog.h"
 #include "store/settings_keys.h"
 
+#include <giomm/menu.h>
 #include <giomm/simpleactiongroup.h>
+#include <glibmm/fileutils.h>
 #include <glibmm/main.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/messagedialog.h>
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/separator.h>
 #include <gtkmm/shortcutcontroller.h>
@@ -50,6 +56,10 @@ Gtk::Image& symbolImage(const char* symbol, int size) {
 ArtifactDetailView::ArtifactDetailView(ArtifactStore& store, const Artifact& artifact)
     : Gtk::Box{Gtk::Orientation::VERTICAL, 0}, store_{store}, artifact_{artifact} {
     add_css_class("artifact-detail-view");
+    chooseWhereToSave_ = [this](const std::string& title, const std::filesystem::path& folder,
+                                const std::string& name, auto chosen) {
+        askWhereToSave(*this, title, folder, name, std::move(chosen));
+    };
     installActions();
 
     append(detailToolbar());
@@ -91,6 +101,8 @@ void ArtifactDetailView::installActions() {
     group->add_action("reload", [this] { reload(); });
     group->add_action("toggle-favorite", [this] { store_.toggleFavorite(artifact_); });
     group->add_action("reveal", [this] { revealInFileManager(artifact_.url); });
+    group->add_action("export-html", [this] { exportAsHtml(); });
+    group->add_action("save-picture", [this] { savePicture(); });
     group->add_action_with_parameter(
         "viewport", Glib::VARIANT_TYPE_STRING, [this](const Glib::VariantBase& parameter) {
             const auto text =
@@ -157,6 +169,12 @@ Gtk::Widget& ArtifactDetailView::detailToolbar() {
     favorite_->add_css_class("player-favorite");
     toolbar.append(*favorite_);
     toolbar.append(iconButton("arrow.up.right.square", "Show in Files", "player.reveal"));
+    shareButton_.add_css_class("app-icon-button");
+    setButtonStyle(shareButton_, button_style::appIcon);
+    shareButton_.set_child(symbolImage("arrow.up.doc", 12));
+    shareButton_.set_valign(Gtk::Align::CENTER);
+    setTooltipAndName(shareButton_, "Share");
+    toolbar.append(shareButton_);
     return toolbar;
 }
 
@@ -252,6 +270,11 @@ void ArtifactDetailView::load() {
 // same device width.
 void ArtifactDetailView::reloadFromDisk() {
     reload();
+    flashNotice("Updated from disk");
+}
+
+void ArtifactDetailView::flashNotice(const std::string& text) {
+    diskNotice_.set_text(text);
     diskNotice_.set_visible(true);
     diskNoticeTimer_.disconnect();
     diskNoticeTimer_ = Glib::signal_timeout().connect(
@@ -270,6 +293,73 @@ Gtk::Widget& ArtifactDetailView::diskNotice() {
     diskNotice_.set_can_target(false);
     diskNotice_.set_visible(false);
     return diskNotice_;
+}
+
+namespace {
+
+std::string withExtension(const Artifact& artifact, const char* extension) {
+    return std::filesystem::path{artifact.url}.stem().string() + extension;
+}
+
+void tellFailure(Gtk::Widget& over, const std::string& what, const std::string& why) {
+    auto* window = dynamic_cast<Gtk::Window*>(over.get_root());
+    auto* dialog =
+        new Gtk::MessageDialog(what, false, Gtk::MessageType::ERROR, Gtk::ButtonsType::OK, true);
+    if (window)
+        dialog->set_transient_for(*window);
+    dialog->set_secondary_text(why);
+    dialog->signal_response().connect([dialog](int) { delete dialog; });
+    dialog->show();
+}
+
+} // namespace
+
+// One HTML file beside the artifact by default; written whole or not at all.
+void ArtifactDetailView::exportAsHtml() {
+    const auto source = std::filesystem::path{artifact_.url};
+    chooseWhereToSave_(
+        "Export as HTML", source.parent_path(), withExtension(artifact_, ".html"),
+        [this, source,
+         alive = std::weak_ptr<bool>{alive_}](std::optional<std::filesystem::path> file) {
+            if (!file || alive.expired())
+                return;
+            exportJob_ =
+                HtmlExport::exportFileLater(source, [this, file = *file](HtmlExportResult result) {
+                    exportJob_.reset();
+                    if (const auto* failure = std::get_if<HtmlExportFailure>(&result)) {
+                        tellFailure(*this, "The artifact could not be exported", failure->message);
+                        return;
+                    }
+                    try {
+                        Glib::file_set_contents(file.string(), std::get<std::string>(result));
+                        flashNotice("Exported " + file.filename().string());
+                    } catch (const Glib::Error& error) {
+                        tellFailure(*this, "The artifact could not be exported", error.what());
+                    }
+                });
+        });
+}
+
+// What the player shows now, the whole page at the current width.
+void ArtifactDetailView::savePicture() {
+    const auto source = std::filesystem::path{artifact_.url};
+    chooseWhereToSave_(
+        "Save Picture", source.parent_path(), withExtension(artifact_, ".png"),
+        [this, alive = std::weak_ptr<bool>{alive_}](std::optional<std::filesystem::path> file) {
+            if (!file || alive.expired() || !webView_->webView())
+                return;
+            page_snapshot::saveAsPng(webView_->webView(), *file,
+                                     [this, alive, name = file->filename().string()](
+                                         std::optional<std::string> problem) {
+                                         if (alive.expired())
+                                             return;
+                                         if (problem)
+                                             tellFailure(*this, "The picture could not be saved",
+                                                         *problem);
+                                         else
+                                             flashNotice("Saved " + name);
+                                     });
+        });
 }
 
 // Another file arrived in a watched folder while this one plays: offered, not opened.
@@ -630,6 +720,12 @@ void ArtifactDetailView::setErrorMessage(std::optional<std::string> message) {
 
 void ArtifactDetailView::showArtifactTexts() {
     typeBadge_->setType(artifact_.type);
+    // An HTML artifact is a page already: only its picture is offered.
+    auto menu = Gio::Menu::create();
+    if (artifact_.type.kind != ArtifactType::Kind::html)
+        menu->append("Export as HTML\u2026", "player.export-html");
+    menu->append("Save Picture\u2026", "player.save-picture");
+    shareButton_.set_menu_model(menu);
     name_.set_text(artifact_.name);
     if (deviceName_)
         deviceName_->set_text(artifact_.name);

@@ -2,14 +2,18 @@
 
 #include "model/artifact.h"
 #include "model/uuid.h"
+#include "runtime/artifact_compiler.h"
 #include "runtime/source_watch.h"
 #include "runtime/viewport_mode.h"
 #include "store/artifact_store.h"
 
+#include <filesystem>
+#include <functional>
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
+#include <gtkmm/menubutton.h>
 #include <gtkmm/overlay.h>
 #include <gtkmm/spinner.h>
 #include <memory>
@@ -40,6 +44,8 @@ class TypeBadge;
 //   player.viewport(s)      picks a mode by raw value, then loads again, every time
 //   player.toggle-favorite  toggles the artifact's favourite in the store
 //   player.reveal           shows the file in the file manager
+//   player.export-html      saves the artifact as one HTML file (JSX and TSX)
+//   player.save-picture     saves a picture of the page as it is now
 class ArtifactDetailView : public Gtk::Box {
 public:
     ArtifactDetailView(ArtifactStore& store, const Artifact& artifact);
@@ -59,6 +65,13 @@ public:
 
     // Emitted after any of the four values above, or the artifact, changed.
     sigc::signal<void()>& signalStateChanged() { return stateChanged_; }
+
+    // Asks where Export as HTML… and Save Picture… write; a save dialog by default.
+    using SaveChooser =
+        std::function<void(const std::string& title, const std::filesystem::path& folder,
+                           const std::string& suggestedName,
+                           std::function<void(std::optional<std::filesystem::path>)>)>;
+    void setSaveChooser(SaveChooser chooser) { chooseWhereToSave_ = std::move(chooser); }
 
     // The web view that runs the artifact now. Moving between Desktop and a device mode
     // replaces it; moving between the two device modes keeps it.
@@ -84,6 +97,9 @@ private:
     void fetchPackage();
     void load();
     void reloadFromDisk();
+    void flashNotice(const std::string& text);
+    void exportAsHtml();
+    void savePicture();
     Gtk::Widget& diskNotice();
     Gtk::Widget& arrivalNotice();
     void offerArrival(const Artifact& arrival);
@@ -137,6 +153,11 @@ private:
     Gtk::Label arrivalText_;
     std::optional<Artifact> arrival_;
     sigc::connection arrivalTimer_;
+    Gtk::MenuButton shareButton_; // Export as HTML…, Save Picture…
+    std::unique_ptr<ArtifactCompiler::Job> exportJob_;
+    SaveChooser chooseWhereToSave_;
+    // Answers that arrive after the view is gone (dialogs, snapshots) check this.
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 
 } // namespace kelmo

@@ -3,6 +3,7 @@
 #include "runtime/artifact_web_context.h"
 #include "runtime/artifact_web_view_coordinator.h"
 #include "runtime/package_fetcher.h"
+#include "runtime/save_dialog.h"
 #include "runtime/scheme_support.h"
 #include "runtime/web_view_schemes.h"
 
@@ -150,27 +151,10 @@ void ArtifactWebView::openInBrowser(const std::string& uri) {
 void ArtifactWebView::chooseWhereToSave(
     const std::string& suggestedName,
     std::function<void(std::optional<std::filesystem::path>)> chosen) {
-    auto* root = dynamic_cast<Gtk::Window*>(get_root());
-    auto dialog = Gtk::FileChooserNative::create("Save File", Gtk::FileChooser::Action::SAVE,
-                                                 "_Save", "_Cancel");
-    if (root)
-        dialog->set_transient_for(*root);
-    dialog->set_modal(true);
-    if (const char* downloads = g_get_user_special_dir(G_USER_DIRECTORY_DOWNLOAD))
-        dialog->set_current_folder(Gio::File::create_for_path(downloads));
-    dialog->set_current_name(suggestedName);
-    // The handler keeps the dialog alive until it has answered, and is let go of after.
-    auto handler = std::make_shared<sigc::connection>();
-    *handler = dialog->signal_response().connect(
-        [dialog, handler, chosen = std::move(chosen)](int response) mutable {
-            std::optional<std::filesystem::path> file;
-            if (response == GTK_RESPONSE_ACCEPT)
-                if (const auto picked = dialog->get_file(); picked && !picked->get_path().empty())
-                    file = picked->get_path();
-            Glib::signal_idle().connect_once([handler] { handler->disconnect(); });
-            chosen(std::move(file));
-        });
-    dialog->show();
+    std::optional<std::filesystem::path> downloads;
+    if (const char* folder = g_get_user_special_dir(G_USER_DIRECTORY_DOWNLOAD))
+        downloads = folder;
+    askWhereToSave(*this, "Save File", downloads, suggestedName, std::move(chosen));
 }
 
 void ArtifactWebView::post(std::function<void()> change) {

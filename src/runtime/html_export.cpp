@@ -199,31 +199,57 @@ HtmlExportResult HtmlExport::page(const std::string& source, const CompiledModul
     return page;
 }
 
-HtmlExportResult HtmlExport::exportFile(const std::filesystem::path& source) {
+namespace {
+
+// The source of a JSX or TSX file, or why it cannot be exported.
+std::variant<std::string, HtmlExportFailure> exportableSource(const std::filesystem::path& source) {
+    const auto kind = detectType(source.string()).kind;
+    if (kind != ArtifactType::Kind::jsx && kind != ArtifactType::Kind::tsx)
+        return HtmlExportFailure{source.string() + " is a web page already"};
     auto file = SourceFile::read(source, SourceFile::largestSource);
     if (!file.code)
         return HtmlExportFailure{"Could not read " + source.string()};
-    const auto type = detectType(source.string());
-    if (type.kind != ArtifactType::Kind::jsx && type.kind != ArtifactType::Kind::tsx)
-        return HtmlExportFailure{source.string() + " is already a web page"};
-    ArtifactCompiler compiler;
-    if (!compiler.isAvailable())
-        return HtmlExportFailure{"Kelmo's compiler (esbuild) is missing"};
-    std::optional<CompileOutcome> outcome;
-    auto job = compiler.compile(*file.code, [&](CompileOutcome result) { outcome = result; });
-    auto context = Glib::MainContext::get_default();
-    while (!outcome)
-        context->iteration(true);
-    if (const auto* failure = std::get_if<CompileFailure>(&*outcome))
+    return std::move(*file.code);
+}
+
+HtmlExportResult pageFor(const std::string& code, const CompileOutcome& outcome,
+                         const std::filesystem::path& source) {
+    if (const auto* failure = std::get_if<CompileFailure>(&outcome))
         return HtmlExportFailure{"Compile error: " + failure->message + " (line " +
                                  std::to_string(failure->line) + ", column " +
                                  std::to_string(failure->column) + ")"};
-    const auto* module = std::get_if<CompiledModule>(&*outcome);
+    const auto* module = std::get_if<CompiledModule>(&outcome);
     if (!module)
         return HtmlExportFailure{"Kelmo's compiler (esbuild) did not run"};
     PackageFetcher fetcher{PackageFetcher::defaultFolder(), std::nullopt};
     HtmlExport exporter{ResourceLocator::application(), fetcher.folder(), fetcher.downloaded()};
-    return exporter.page(*file.code, *module, source.filename().string());
+    return exporter.page(code, *module, source.filename().string());
+}
+
+} // namespace
+
+HtmlExportResult HtmlExport::exportFile(const std::filesystem::path& source) {
+    auto code = exportableSource(source);
+    if (auto* failure = std::get_if<HtmlExportFailure>(&code))
+        return std::move(*failure);
+    const auto& text = std::get<std::string>(code);
+    return pageFor(text, ArtifactCompiler{}.compileNow(text), source);
+}
+
+std::unique_ptr<ArtifactCompiler::Job>
+HtmlExport::exportFileLater(const std::filesystem::path& source,
+                            std::function<void(HtmlExportResult)> done) {
+    auto code = exportableSource(source);
+    if (auto* failure = std::get_if<HtmlExportFailure>(&code)) {
+        Glib::signal_idle().connect_once(
+            [done = std::move(done), failure = std::move(*failure)] { done(failure); });
+        return nullptr;
+    }
+    auto text = std::get<std::string>(std::move(code));
+    return ArtifactCompiler{}.compile(
+        text, [text, source, done = std::move(done)](CompileOutcome outcome) {
+            done(pageFor(text, outcome, source));
+        });
 }
 
 } // namespace kelmo

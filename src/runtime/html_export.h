@@ -4,6 +4,8 @@
 #include "runtime/resource_locator.h"
 
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <string>
 #include <variant>
 #include <vector>
@@ -32,9 +34,14 @@ public:
     HtmlExportResult page(const std::string& source, const CompiledModule& module,
                           const std::string& fileName) const;
 
-    // Compiles the file and makes its page, waiting on the main context meanwhile (for
-    // the command line). Fails on a file that cannot be read or does not compile.
+    // Compiles the file and makes its page (for the command line). Fails on a file that
+    // is no JSX or TSX, cannot be read or does not compile.
     static HtmlExportResult exportFile(const std::filesystem::path& source);
+    // The same without waiting: `done` is called on the main context, unless the job
+    // that is returned was dropped first.
+    static std::unique_ptr<ArtifactCompiler::Job>
+    exportFileLater(const std::filesystem::path& source,
+                    std::function<void(HtmlExportResult)> done);
 
 private:
     ResourceLocator resources_;

@@ -49,6 +49,8 @@ add_library(kelmo_runtime STATIC
   ${CMAKE_CURRENT_LIST_DIR}/player_background.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_detail_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/html_export.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/page_snapshot.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/save_dialog.cpp
 )
 target_compile_definitions(kelmo_runtime PRIVATE KELMO_VERSION="${PROJECT_VERSION}")
 # The player shows the library's type badge, button styles and symbols.

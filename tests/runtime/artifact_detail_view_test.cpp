@@ -8,6 +8,7 @@
 #include <fstream>
 #include <glibmm/fileutils.h>
 #include <gtkmm/entry.h>
+#include <gtkmm/menubutton.h>
 #include <sstream>
 #include <unistd.h>
 
@@ -396,6 +397,49 @@ TEST_F(PlayerTest, AFileThatArrivesWhileAnotherPlaysIsOfferedNotOpened) {
     open.front()->activate();
     EXPECT_TRUE(runMainLoopUntil([&] { return store->selectedArtifact()->name == "report"; }));
     EXPECT_FALSE(notices.front()->get_visible());
+}
+
+// The Share menu writes where the user chose: one HTML file for a component (a page
+// already needs none), and a PNG of the whole page at the width it is shown.
+TEST_F(PlayerTest, ShareExportsTheComponentAsOneFileAndSavesAPictureOfThePage) {
+    TemporaryDirectory folder;
+    showPlayer(Artifact::from(examples / "counter.jsx"));
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::phone); }));
+    std::vector<std::string> suggested;
+    player->setSaveChooser([&](const std::string&, const std::filesystem::path&,
+                               const std::string& name, auto chosen) {
+        suggested.push_back(name);
+        chosen(folder / name);
+    });
+    const auto menuLabels = [&] {
+        auto menus = findAll<Gtk::MenuButton>(*player);
+        std::vector<std::string> labels;
+        const auto model = menus.at(0)->get_menu_model();
+        for (int item = 0; item < model->get_n_items(); ++item)
+            labels.push_back(Glib::VariantBase::cast_dynamic<Glib::Variant<Glib::ustring>>(
+                                 model->get_item_attribute(item, Gio::MenuModel::Attribute::LABEL,
+                                                           Glib::VARIANT_TYPE_STRING))
+                                 .get());
+        return labels;
+    };
+    EXPECT_EQ(menuLabels(),
+              (std::vector<std::string>{"Export as HTML\u2026", "Save Picture\u2026"}));
+
+    player->activate_action("player.export-html");
+    ASSERT_TRUE(runMainLoopUntil([&] { return std::filesystem::exists(folder / "counter.html"); },
+                                 pageDeadline));
+    EXPECT_EQ(readFile(folder / "counter.html").rfind("<!doctype html>", 0), 0U);
+
+    player->activate_action("player.save-picture");
+    ASSERT_TRUE(runMainLoopUntil([&] { return std::filesystem::exists(folder / "counter.png"); },
+                                 pageDeadline));
+    auto picture = Gdk::Texture::create_from_filename((folder / "counter.png").string());
+    EXPECT_EQ(picture->get_width(), player->hostedWebView().get_width());
+    EXPECT_EQ(suggested, (std::vector<std::string>{"counter.html", "counter.png"}));
+
+    ASSERT_TRUE(
+        loadAfter([&] { player->showArtifact(Artifact::from(examples / "welcome.html")); }));
+    EXPECT_EQ(menuLabels(), std::vector<std::string>{"Save Picture\u2026"});
 }
 
 } // namespace
