@@ -121,7 +121,8 @@ private:
 };
 
 // A new managed library view for the main window's detail column.
-Gtk::Widget* makeLibraryView(ArtifactStore& store,
-                             std::shared_ptr<LibraryPresentation> presentation);
+Gtk::Widget* makeLibraryView(
+    ArtifactStore& store,
+    std::shared_ptr<LibraryPresentation> presentation = std::make_shared<LibraryPresentation>());
 
 } // namespace kelmo
