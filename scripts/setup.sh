@@ -14,6 +14,8 @@ packages=(
   clang-format desktop-file-utils appstream shared-mime-info
   fonts-dejavu-core adwaita-icon-theme libgtk-4-bin librsvg2-bin librsvg2-common
   nodejs
+  # Emoji in artifacts; Chromium opens exported pages in the tests.
+  fonts-noto-color-emoji chromium
 )
 
 missing=()

@@ -14,7 +14,7 @@ export default function Board() {
   }, []);
   return (
     <div className="p-6 space-y-4 bg-sky-100">
-      <h1 id="title" className="text-2xl font-bold text-sky-900">Exported <Heart className="inline" /><Star className="inline" /></h1>
+      <h1 id="title" className="text-2xl md:text-3xl font-bold text-sky-900 hover:text-sky-700">Exported <Heart className="inline" /><Star className="inline" /></h1>
       <BarChart width={300} height={120} data={[{ n: "a", v: 3 }, { n: "b", v: 5 }]}><XAxis dataKey="n" /><Bar dataKey="v" fill="#0ea5e9" isAnimationActive={false} /></BarChart>
       <Button id="button">Save</Button>
       <p id="visits">{visits}</p>

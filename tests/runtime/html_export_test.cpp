@@ -1,7 +1,11 @@
 #include "runtime/html_export.h"
+#include "runtime/page_snapshot.h"
 #include "test_support.h"
 #include "web_view_fixture.h"
 
+#include <gdkmm/texture.h>
+#include <glibmm/miscutils.h>
+#include <glibmm/spawn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -11,6 +15,7 @@ namespace {
 using ::testing::HasSubstr;
 
 const std::filesystem::path artifacts{KELMO_TEST_ARTIFACTS_DIR};
+const std::filesystem::path examples{KELMO_EXAMPLES_DIR};
 
 std::string exported(const std::filesystem::path& source) {
     auto result = HtmlExport::exportFile(source);
@@ -66,6 +71,85 @@ TEST(HtmlExportTest, ACompileErrorOrAnUnknownImportIsNamed) {
     EXPECT_EQ(exported(folder / "unknown.jsx"),
               "failed: Cannot resolve import \u201clodahs\u201d: Kelmo does not have it. Did you "
               "mean \u201clodash\u201d?");
+}
+
+// The share of pixels that differ clearly between two pictures, over the part both
+// cover; 1 when either cannot be read.
+double differingShare(const std::filesystem::path& first, const std::filesystem::path& second) {
+    const auto pixels = [](const std::filesystem::path& file, int& width, int& height) {
+        std::vector<guchar> data;
+        try {
+            auto texture = Gdk::Texture::create_from_filename(file.string());
+            width = texture->get_width();
+            height = texture->get_height();
+            data.resize(static_cast<std::size_t>(width) * height * 4);
+            texture->download(data.data(), static_cast<gsize>(width) * 4);
+        } catch (const Glib::Error&) {
+        }
+        return data;
+    };
+    int width1 = 0, height1 = 0, width2 = 0, height2 = 0;
+    const auto a = pixels(first, width1, height1);
+    const auto b = pixels(second, width2, height2);
+    const int width = std::min(width1, width2), height = std::min(height1, height2);
+    if (a.empty() || b.empty() || width < 100 || height < 100)
+        return 1.0;
+    long differing = 0;
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            int largest = 0;
+            for (int channel = 0; channel < 3; ++channel)
+                largest = std::max(largest, std::abs(a[(y * width1 + x) * 4 + channel] -
+                                                     b[(y * width2 + x) * 4 + channel]));
+            differing += largest > 64;
+        }
+    return static_cast<double>(differing) / (static_cast<double>(width) * height);
+}
+
+// In a real browser of another engine, with its network off, an export looks as the
+// artifact does in Kelmo at the same width (fonts are drawn a little differently).
+TEST(HtmlExportTest, AnExportLooksInChromiumAsTheArtifactDoesInKelmo) {
+    const auto chromium = Glib::find_program_in_path("chromium");
+    ASSERT_FALSE(chromium.empty()) << "the tests need Debian's chromium package";
+    constexpr int width = 800;
+    TemporaryDirectory folder;
+    WebViewFixture host;
+    ASSERT_TRUE(host.setViewportWidth(width));
+    for (const auto& source : {examples / "counter.jsx", artifacts / "export-probe.jsx"}) {
+        const auto name = source.stem().string();
+        writeFile(folder / (name + ".html"), exported(source));
+        ASSERT_EQ(host.play(source), "rendered") << name;
+        ASSERT_TRUE(host.waitUntil("document.fonts.status === 'loaded'"));
+        bool saved = false;
+        page_snapshot::saveAsPng(host.view().webView(), folder / (name + "-kelmo.png"),
+                                 [&](std::optional<std::string> problem) {
+                                     EXPECT_EQ(problem, std::nullopt);
+                                     saved = true;
+                                 });
+        ASSERT_TRUE(runMainLoopUntil([&] { return saved; }));
+        // The same viewport in both, so that what is centred in it lands alike.
+        const int height =
+            Gdk::Texture::create_from_filename((folder / (name + "-kelmo.png")).string())
+                ->get_height();
+
+        const std::vector<std::string> command{
+            chromium, "--headless", "--no-sandbox", "--disable-gpu", "--hide-scrollbars",
+            "--user-data-dir=" + (folder / "chromium").string(),
+            // No network: no name resolves and every proxied request fails.
+            "--host-resolver-rules=MAP * ~NOTFOUND", "--proxy-server=127.0.0.1:9",
+            "--window-size=" + std::to_string(width) + "," + std::to_string(height),
+            "--virtual-time-budget=5000",
+            "--screenshot=" + (folder / (name + "-chromium.png")).string(),
+            "file://" + (folder / (name + ".html")).string()};
+        int status = -1;
+        Glib::spawn_sync("", command,
+                         Glib::SpawnFlags::STDOUT_TO_DEV_NULL |
+                             Glib::SpawnFlags::STDERR_TO_DEV_NULL,
+                         {}, nullptr, nullptr, &status);
+        EXPECT_LT(differingShare(folder / (name + "-kelmo.png"), folder / (name + "-chromium.png")),
+                  0.03)
+            << name;
+    }
 }
 
 } // namespace
