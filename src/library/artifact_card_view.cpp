@@ -3,6 +3,7 @@
 #include "library/accessible_name.h"
 #include "library/app_style.h"
 #include "library/artifact_text.h"
+#include "library/card_pictures.h"
 #include "library/library_rules.h"
 #include "library/symbols.h"
 #include "library/type_appearance.h"
@@ -78,6 +79,7 @@ ArtifactCardView::ArtifactCardView(ArtifactStore& store, const Artifact& artifac
 
 ArtifactCardView::~ArtifactCardView() {
     storeChanged_.disconnect();
+    pictureKept_.disconnect();
     if (content_.get_parent())
         content_.unparent();
 }
@@ -86,12 +88,34 @@ void ArtifactCardView::show(const Artifact& artifact) {
     artifact_ = artifact;
     const TypeAppearance& appearance = typeAppearance(artifact.type.kind);
     thumbnailArea_.setType(artifact.type.kind);
+    showPicture();
     symbol_.set_from_icon_name(symbolIconName(appearance.cardSymbol));
     name_.set_text(artifact.name);
     badge_.setType(artifact.type);
     if (!storeChanged_.connected())
         storeChanged_ = store_.signalChanged().connect([this] { refresh(); });
     refresh();
+}
+
+// The picture of the artifact's first screen, once it has run; the type's thumbnail
+// until then. A recycled card may get its answer after it moved on: it is dropped.
+void ArtifactCardView::showPicture() {
+    thumbnailArea_.setPicture({});
+    symbol_.set_visible(true);
+    if (!pictureKept_.connected())
+        pictureKept_ = CardPictures::shared().signalKept().connect([this](const std::string& path) {
+            if (artifact_ && artifact_->path() == path)
+                showPicture();
+        });
+    CardPictures::shared().find(
+        artifact_->path(), sigc::track_object(
+                               [this, path = artifact_->path()](CardPictures::Picture picture) {
+                                   if (!artifact_ || artifact_->path() != path || !picture)
+                                       return;
+                                   thumbnailArea_.setPicture(picture);
+                                   symbol_.set_visible(false);
+                               },
+                               *this));
 }
 
 void ArtifactCardView::clear() {

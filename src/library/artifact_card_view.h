@@ -36,6 +36,7 @@ public:
 
 private:
     void refresh();
+    void showPicture();
     void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
                        int& minimumBaseline, int& naturalBaseline) const override;
     void size_allocate_vfunc(int width, int height, int baseline) override;
@@ -43,6 +44,7 @@ private:
     ArtifactStore& store_;
     std::optional<Artifact> artifact_;
     sigc::connection storeChanged_;
+    sigc::connection pictureKept_;
 
     Gtk::Box content_{Gtk::Orientation::VERTICAL, 0};
     Gtk::Overlay top_;

@@ -22,7 +22,27 @@ void CardThumbnail::setType(ArtifactType::Kind kind) {
     queue_draw();
 }
 
+void CardThumbnail::setPicture(Cairo::RefPtr<Cairo::ImageSurface> picture) {
+    if (picture == picture_)
+        return;
+    picture_ = std::move(picture);
+    queue_draw();
+}
+
 void CardThumbnail::draw(const Cairo::RefPtr<Cairo::Context>& cr, int width, int height) const {
+    if (picture_) {
+        // As wide as the card, from the top: a page's first screen starts there.
+        const double scale = static_cast<double>(width) / picture_->get_width();
+        cr->save();
+        cr->scale(scale, scale);
+        auto pattern = Cairo::SurfacePattern::create(picture_);
+        pattern->set_filter(Cairo::SurfacePattern::Filter::GOOD);
+        cr->set_source(pattern);
+        cr->rectangle(0, 0, width / scale, height / scale);
+        cr->fill();
+        cr->restore();
+        return;
+    }
     auto gradient = Cairo::LinearGradient::create(0, 0, width, height);
     for (std::size_t stop = 0; stop < colors_.size(); ++stop) {
         const Color& color = colors_[stop];

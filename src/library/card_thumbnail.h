@@ -18,11 +18,16 @@ public:
 
     CardThumbnail();
     void setType(ArtifactType::Kind kind);
+    // A picture of the artifact's first screen, drawn in place of the gradient, its
+    // top edge showing; none brings the gradient back.
+    void setPicture(Cairo::RefPtr<Cairo::ImageSurface> picture);
+    bool hasPicture() const { return bool(picture_); }
 
 private:
     void draw(const Cairo::RefPtr<Cairo::Context>& cr, int width, int height) const;
 
     std::array<Color, 2> colors_;
+    Cairo::RefPtr<Cairo::ImageSurface> picture_;
 };
 
 } // namespace kelmo

@@ -19,6 +19,7 @@ add_library(kelmo_library STATIC
   ${CMAKE_CURRENT_LIST_DIR}/symbols.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_item.cpp
   ${CMAKE_CURRENT_LIST_DIR}/card_thumbnail.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/card_pictures.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_card_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/artifact_row_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/card_grid_view.cpp

@@ -1,6 +1,7 @@
 #include "runtime/artifact_detail_view.h"
 
 #include "library/app_style.h"
+#include "library/card_pictures.h"
 #include "library/file_manager.h"
 #include "library/symbols.h"
 #include "library/type_badge.h"
@@ -93,6 +94,7 @@ ArtifactDetailView::~ArtifactDetailView() {
     artifactArrived_.disconnect();
     diskNoticeTimer_.disconnect();
     arrivalTimer_.disconnect();
+    pictureTimer_.disconnect();
 }
 
 void ArtifactDetailView::installActions() {
@@ -360,6 +362,38 @@ void ArtifactDetailView::savePicture() {
                                              flashNotice("Saved " + name);
                                      });
         });
+}
+
+// What the page shows now becomes the picture on the artifact's card, unless it shows
+// the error panel or has not rendered.
+void ArtifactDetailView::keepPicture() {
+    WebKitWebView* view = webView_->webView();
+    if (!view)
+        return;
+    struct Asked {
+        std::weak_ptr<bool> alive;
+        std::string path;
+        WebKitWebView* view;
+    };
+    const char* state = "document.documentElement.dataset.kelmoState || 'page'";
+    webkit_web_view_evaluate_javascript(
+        view, state, -1, nullptr, nullptr, nullptr,
+        [](GObject* source, GAsyncResult* result, gpointer data) {
+            std::unique_ptr<Asked> asked{static_cast<Asked*>(data)};
+            g_autoptr(GError) error = nullptr;
+            g_autoptr(JSCValue) value =
+                webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(source), result, &error);
+            g_autofree char* text = value ? jsc_value_to_string(value) : nullptr;
+            const std::string shown = text ? text : "";
+            if (asked->alive.expired() || (shown != "rendered" && shown != "page"))
+                return;
+            page_snapshot::takeVisible(
+                asked->view, [path = asked->path](Glib::RefPtr<Gdk::Texture> picture, auto) {
+                    if (picture)
+                        CardPictures::shared().keep(path, picture);
+                });
+        },
+        new Asked{alive_, artifact_.path(), view});
 }
 
 // Another file arrived in a watched folder while this one plays: offered, not opened.
@@ -706,8 +740,18 @@ void ArtifactDetailView::setIsLoading(bool loading) {
         return;
     isLoading_ = loading;
     loadingOverlay_->set_visible(loading);
-    if (!loading)
+    pictureTimer_.disconnect();
+    if (!loading) {
         sourceWatch_.watch(webView_->servedFiles());
+        // The card's picture, once the first frame has settled.
+        if (!errorMessage_ && viewport_ == ViewportMode::desktop)
+            pictureTimer_ = Glib::signal_timeout().connect(
+                [this] {
+                    keepPicture();
+                    return false;
+                },
+                1000);
+    }
     stateChanged_.emit();
 }
 

@@ -100,6 +100,7 @@ private:
     void flashNotice(const std::string& text);
     void exportAsHtml();
     void savePicture();
+    void keepPicture();
     Gtk::Widget& diskNotice();
     Gtk::Widget& arrivalNotice();
     void offerArrival(const Artifact& arrival);
@@ -155,6 +156,7 @@ private:
     sigc::connection arrivalTimer_;
     Gtk::MenuButton shareButton_; // Export as HTML…, Save Picture…
     std::unique_ptr<ArtifactCompiler::Job> exportJob_;
+    sigc::connection pictureTimer_;
     SaveChooser chooseWhereToSave_;
     // Answers that arrive after the view is gone (dialogs, snapshots) check this.
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

@@ -1,5 +1,7 @@
 #include "../app/shell_fixture.h"
 #include "library/app_style.h"
+#include "library/artifact_card_view.h"
+#include "library/card_pictures.h"
 #include "library/symbols.h"
 #include "runtime/artifact_detail_view.h"
 #include "web_view_fixture.h"
@@ -440,6 +442,33 @@ TEST_F(PlayerTest, ShareExportsTheComponentAsOneFileAndSavesAPictureOfThePage) {
     ASSERT_TRUE(
         loadAfter([&] { player->showArtifact(Artifact::from(examples / "welcome.html")); }));
     EXPECT_EQ(menuLabels(), std::vector<std::string>{"Save Picture\u2026"});
+}
+
+// Once an artifact has run, its card shows a picture of its first screen; a file that
+// changed has none until it runs again.
+TEST_F(PlayerTest, AnArtifactThatHasRunShowsItsFirstScreenOnItsCard) {
+    TemporaryDirectory folder;
+    writeFile(folder / "card.html", "<body style='background: rgb(200, 30, 90)'>card</body>");
+    Gtk::Window library;
+    auto& card = *Gtk::make_managed<ArtifactCardView>(*store, Artifact::from(folder / "card.html"));
+    library.set_child(card);
+    const auto thumbnails = findAll<CardThumbnail>(card);
+    ASSERT_EQ(thumbnails.size(), 1U);
+    EXPECT_FALSE(thumbnails.front()->hasPicture());
+
+    showPlayer(Artifact::from(folder / "card.html"));
+    ASSERT_TRUE(loadAfter([] {}));
+    EXPECT_TRUE(runMainLoopUntil([&] { return thumbnails.front()->hasPicture(); }, pageDeadline));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator{CardPictures::shared().folder()},
+                            std::filesystem::directory_iterator{}),
+              1);
+
+    ASSERT_TRUE(
+        loadAfter([&] { player->showArtifact(Artifact::from(examples / "welcome.html")); }));
+    writeFile(folder / "card.html", "<body>changed</body>");
+    card.show(Artifact::from(folder / "card.html"));
+    runMainLoopUntil([] { return false; }, std::chrono::milliseconds{300});
+    EXPECT_FALSE(thumbnails.front()->hasPicture());
 }
 
 } // namespace
