@@ -36,7 +36,13 @@ std::optional<std::string> informationRequested(const std::vector<std::string>& 
                    "\n"
                    "Options:\n"
                    "  -h, --help       Show this help and quit\n"
-                   "  -v, --version    Show the version and quit\n";
+                   "  -v, --version    Show the version and quit\n"
+                   "  --export-html SOURCE OUT.html\n"
+                   "                   Write the JSX or TSX artifact as one HTML file\n"
+                   "                   that runs offline in any browser, and quit\n"
+                   "  --snapshot SOURCE [--width N] OUT.png\n"
+                   "                   Save a picture of the artifact's whole page,\n"
+                   "                   N pixels wide (1024 by default), and quit\n";
         if (arguments[i] == "--version" || arguments[i] == "-v")
             return "Kelmo " + version + "\n";
     }

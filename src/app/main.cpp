@@ -1,3 +1,4 @@
+#include "app/batch_commands.h"
 #include "app/command_line.h"
 #include "app/duskwell_app.h"
 #include "app/light_theme.h"
@@ -14,6 +15,8 @@ int main(int argc, char* argv[]) {
         std::fputs(information->c_str(), stdout);
         return 0;
     }
+    if (const auto status = kelmo::runBatchCommand(arguments))
+        return *status;
     const auto files = kelmo::checkFileArguments(kelmo::fileArguments(arguments));
     for (const auto& missing : files.missing)
         std::fprintf(stderr, "kelmo: cannot open “%s”: %s\n", missing.c_str(),

@@ -44,7 +44,7 @@ target_compile_definitions(kelmo_app PUBLIC
   KELMO_MAKER_DOMAIN="${KELMO_MAKER_DOMAIN}"
   KELMO_ABOUT_FOOTER="${KELMO_ABOUT_FOOTER}")
 
-add_executable(kelmo ${CMAKE_CURRENT_LIST_DIR}/main.cpp)
+add_executable(kelmo ${CMAKE_CURRENT_LIST_DIR}/main.cpp ${CMAKE_CURRENT_LIST_DIR}/batch_commands.cpp)
 target_link_libraries(kelmo PRIVATE kelmo_app)
 add_dependencies(kelmo kelmo_resources)
 install(TARGETS kelmo RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})

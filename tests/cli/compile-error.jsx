@@ -1,0 +1,3 @@
+export default function Broken() {
+  return <p>unclosed;
+}
