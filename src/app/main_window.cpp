@@ -1,5 +1,7 @@
 #include "app/main_window.h"
 
+#include "runtime/export_dialog.h"
+
 #include <gtkmm/button.h>
 
 namespace kelmo {
@@ -46,6 +48,13 @@ MainWindow::MainWindow(ArtifactStore& store, DetailViews detailViews,
     });
     add_action(toggleSidebar_);
     add_action("search", [this] { content_.focusSearch(); });
+    // Export as HTML… of the library's context menus, for the artifact at the path.
+    add_action_with_parameter(
+        "export-html", Glib::VARIANT_TYPE_BYTESTRING, [this](const Glib::VariantBase& parameter) {
+            const auto path =
+                Glib::VariantBase::cast_dynamic<Glib::Variant<std::string>>(parameter).get();
+            exportAsHtml(*this, path, saveDialogOver(*this), [](const std::string&) {});
+        });
 
     storeChanged_ = store_.signalChanged().connect([this] { updateActions(); });
     updateActions();

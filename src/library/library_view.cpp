@@ -367,6 +367,14 @@ void LibraryView::showContextMenu(const Artifact& artifact, Gtk::Widget& at, dou
     auto removeItem = Gio::MenuItem::create("Remove from List", "artifact.remove");
     removeItem->set_icon(Gio::ThemedIcon::create(symbolIconName("trash")));
     fileSection->append_item(removeItem);
+    // A page is one already; a component can become one (the window does the work).
+    if (artifact.type.kind != ArtifactType::Kind::html) {
+        auto exportItem = Gio::MenuItem::create("Export as HTML\u2026", "");
+        exportItem->set_action_and_target("win.export-html",
+                                          Glib::Variant<std::string>::create(artifact.path()));
+        exportItem->set_icon(Gio::ThemedIcon::create(symbolIconName("arrow.up.doc")));
+        fileSection->append_item(exportItem);
+    }
     auto revealItem = Gio::MenuItem::create("Show in Files", "artifact.reveal");
     revealItem->set_icon(Gio::ThemedIcon::create(symbolIconName("folder")));
     fileSection->append_item(revealItem);

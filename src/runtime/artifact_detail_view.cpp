@@ -7,11 +7,10 @@
 #include "library/type_badge.h"
 #include "runtime/artifact_compiler.h"
 #include "runtime/artifact_web_view.h"
-#include "runtime/html_export.h"
+#include "runtime/export_dialog.h"
 #include "runtime/package_fetcher.h"
 #include "runtime/page_snapshot.h"
 #include "runtime/player_background.h"
-#include "runtime/save_dialog.h"
 #include "runtime/script_dialog.h"
 #include "store/settings_keys.h"
 
@@ -57,10 +56,7 @@ Gtk::Image& symbolImage(const char* symbol, int size) {
 ArtifactDetailView::ArtifactDetailView(ArtifactStore& store, const Artifact& artifact)
     : Gtk::Box{Gtk::Orientation::VERTICAL, 0}, store_{store}, artifact_{artifact} {
     add_css_class("artifact-detail-view");
-    chooseWhereToSave_ = [this](const std::string& title, const std::filesystem::path& folder,
-                                const std::string& name, auto chosen) {
-        askWhereToSave(*this, title, folder, name, std::move(chosen));
-    };
+    chooseWhereToSave_ = saveDialogOver(*this);
     installActions();
 
     append(detailToolbar());
@@ -303,43 +299,12 @@ std::string withExtension(const Artifact& artifact, const char* extension) {
     return std::filesystem::path{artifact.url}.stem().string() + extension;
 }
 
-void tellFailure(Gtk::Widget& over, const std::string& what, const std::string& why) {
-    auto* window = dynamic_cast<Gtk::Window*>(over.get_root());
-    auto* dialog =
-        new Gtk::MessageDialog(what, false, Gtk::MessageType::ERROR, Gtk::ButtonsType::OK, true);
-    if (window)
-        dialog->set_transient_for(*window);
-    dialog->set_secondary_text(why);
-    dialog->signal_response().connect([dialog](int) { delete dialog; });
-    dialog->show();
-}
-
 } // namespace
 
 // One HTML file beside the artifact by default; written whole or not at all.
 void ArtifactDetailView::exportAsHtml() {
-    const auto source = std::filesystem::path{artifact_.url};
-    chooseWhereToSave_(
-        "Export as HTML", source.parent_path(), withExtension(artifact_, ".html"),
-        [this, source,
-         alive = std::weak_ptr<bool>{alive_}](std::optional<std::filesystem::path> file) {
-            if (!file || alive.expired())
-                return;
-            exportJob_ =
-                HtmlExport::exportFileLater(source, [this, file = *file](HtmlExportResult result) {
-                    exportJob_.reset();
-                    if (const auto* failure = std::get_if<HtmlExportFailure>(&result)) {
-                        tellFailure(*this, "The artifact could not be exported", failure->message);
-                        return;
-                    }
-                    try {
-                        Glib::file_set_contents(file.string(), std::get<std::string>(result));
-                        flashNotice("Exported " + file.filename().string());
-                    } catch (const Glib::Error& error) {
-                        tellFailure(*this, "The artifact could not be exported", error.what());
-                    }
-                });
-        });
+    kelmo::exportAsHtml(*this, artifact_.url, chooseWhereToSave_,
+                        [this](const std::string& name) { flashNotice("Exported " + name); });
 }
 
 // What the player shows now, the whole page at the current width.
@@ -356,7 +321,7 @@ void ArtifactDetailView::savePicture() {
                                          if (alive.expired())
                                              return;
                                          if (problem)
-                                             tellFailure(*this, "The picture could not be saved",
+                                             showProblem(*this, "The picture could not be saved",
                                                          *problem);
                                          else
                                              flashNotice("Saved " + name);

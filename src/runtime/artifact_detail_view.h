@@ -2,7 +2,7 @@
 
 #include "model/artifact.h"
 #include "model/uuid.h"
-#include "runtime/artifact_compiler.h"
+#include "runtime/export_dialog.h"
 #include "runtime/source_watch.h"
 #include "runtime/viewport_mode.h"
 #include "store/artifact_store.h"
@@ -67,10 +67,6 @@ public:
     sigc::signal<void()>& signalStateChanged() { return stateChanged_; }
 
     // Asks where Export as HTML… and Save Picture… write; a save dialog by default.
-    using SaveChooser =
-        std::function<void(const std::string& title, const std::filesystem::path& folder,
-                           const std::string& suggestedName,
-                           std::function<void(std::optional<std::filesystem::path>)>)>;
     void setSaveChooser(SaveChooser chooser) { chooseWhereToSave_ = std::move(chooser); }
 
     // The web view that runs the artifact now. Moving between Desktop and a device mode
@@ -155,7 +151,6 @@ private:
     std::optional<Artifact> arrival_;
     sigc::connection arrivalTimer_;
     Gtk::MenuButton shareButton_; // Export as HTML…, Save Picture…
-    std::unique_ptr<ArtifactCompiler::Job> exportJob_;
     sigc::connection pictureTimer_;
     SaveChooser chooseWhereToSave_;
     // Answers that arrive after the view is gone (dialogs, snapshots) check this.

@@ -51,6 +51,7 @@ add_library(kelmo_runtime STATIC
   ${CMAKE_CURRENT_LIST_DIR}/html_export.cpp
   ${CMAKE_CURRENT_LIST_DIR}/page_snapshot.cpp
   ${CMAKE_CURRENT_LIST_DIR}/save_dialog.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/export_dialog.cpp
 )
 target_compile_definitions(kelmo_runtime PRIVATE KELMO_VERSION="${PROJECT_VERSION}")
 # The player shows the library's type badge, button styles and symbols.
