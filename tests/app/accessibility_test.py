@@ -5,13 +5,17 @@ that every button has a name, that the search field is there by name, and that t
 library's cards read as name, type and age.
 
 Usage: accessibility_test.py <kelmo executable>. Needs a display and a session bus
-(run it under xvfb-run and dbus-run-session, as the other display tests).
+(run it under xvfb-run and dbus-run-session, as the other display tests). The
+accessibility bus is the test's own: without a runtime directory, the bus launchers of
+all sessions on a machine listen at one path, and a session that ends takes the bus
+of the others with it.
 """
 
 import faulthandler
 import os
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -20,7 +24,7 @@ import time
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi  # noqa: E402
+from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
 TIMEOUT = 45
 POLL = 0.2
@@ -46,7 +50,7 @@ def nodes(root):
         node = pending.pop()
         try:
             count = node.get_child_count()
-        except gi.repository.GLib.Error:
+        except GLib.Error:
             continue
         yield node
         for index in range(count):
@@ -83,6 +87,45 @@ def named(window, roles, pattern):
     return None
 
 
+def start_accessibility_bus(directory):
+    """A private accessibility bus; the registry starts on it when first asked for."""
+    # Kelmo, this process and the registry the bus starts all find it here.
+    os.environ["AT_SPI_BUS_ADDRESS"] = "unix:path=" + os.path.join(directory, "a11y-bus")
+    bus = subprocess.Popen(
+        ["dbus-daemon", "--nofork", "--print-address=1",
+         "--config-file=/usr/share/defaults/at-spi2/accessibility.conf",
+         "--address=" + os.environ["AT_SPI_BUS_ADDRESS"]],
+        stdout=subprocess.PIPE, text=True)
+    if not bus.stdout.readline().strip():
+        raise AssertionError("the accessibility bus did not start")
+    return bus
+
+
+def stop_registry():
+    """The registry our bus started outlives the bus unless told to go."""
+    try:
+        bus = Gio.DBusConnection.new_for_address_sync(
+            os.environ["AT_SPI_BUS_ADDRESS"],
+            Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+        reply = bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                              "org.freedesktop.DBus", "GetConnectionUnixProcessID",
+                              GLib.Variant("(s)", ("org.a11y.atspi.Registry",)),
+                              GLib.VariantType("(u)"), Gio.DBusCallFlags.NONE, 5000, None)
+        os.kill(reply.unpack()[0], signal.SIGTERM)
+    except GLib.Error:
+        pass  # it never started
+
+
+def stop(process):
+    process.terminate()
+    try:
+        process.wait(timeout=10)
+    except subprocess.TimeoutExpired:
+        process.kill()
+        process.wait()
+
+
 def start_kelmo(executable, home):
     downloads = os.path.join(home, "Downloads")
     config = os.path.join(home, ".config")
@@ -109,6 +152,7 @@ def start_kelmo(executable, home):
 
 def check(executable):
     home = tempfile.mkdtemp(prefix="kelmo-a11y-")
+    bus = start_accessibility_bus(home)
     kelmo = start_kelmo(executable, home)
     try:
         app = wait_for("Kelmo on the accessibility bus", lambda: application_of(kelmo))
@@ -130,12 +174,9 @@ def check(executable):
                    and (not node.get_name() or TYPE_NAME.fullmatch(node.get_name()))]
         assert not unnamed, "buttons without a name: " + ", ".join(unnamed)
     finally:
-        kelmo.terminate()
-        try:
-            kelmo.wait(timeout=10)
-        except subprocess.TimeoutExpired:
-            kelmo.kill()
-            kelmo.wait()
+        stop(kelmo)
+        stop_registry()
+        stop(bus)
         shutil.rmtree(home, ignore_errors=True)
 
 
