@@ -5,12 +5,15 @@ that every button has a name, that the search field is there by name, and that t
 library's cards read as name, type and age.
 
 Usage: accessibility_test.py <kelmo executable>. Needs a display and a session bus
-(run it under xvfb-run and dbus-run-session, as the other display tests). The
-accessibility bus is the test's own: without a runtime directory, the bus launchers of
-all sessions on a machine listen at one path, and a session that ends takes the bus
-of the others with it.
+(run it under xvfb-run and dbus-run-session, as the other display tests).
+
+Kelmo gets a session bus and an accessibility bus of its own: on the shared session
+bus a Kelmo started by another test would hand its files to this one and quit, and
+without a runtime directory the accessibility bus launchers of all sessions on the
+machine listen at one path, so a session that ends takes the others' bus with it.
 """
 
+import ctypes
 import faulthandler
 import os
 import re
@@ -87,18 +90,28 @@ def named(window, roles, pattern):
     return None
 
 
+def end_with_this_test():
+    """Run in a child before it starts: the child is stopped when this test ends, even
+    when the test itself is stopped on a timeout."""
+    pr_set_pdeathsig = 1
+    ctypes.CDLL(None).prctl(pr_set_pdeathsig, signal.SIGTERM)
+
+
+def start_bus(address, *options):
+    bus = subprocess.Popen(["dbus-daemon", "--nofork", "--print-address=1",
+                            "--address=" + address, *options],
+                           stdout=subprocess.PIPE, text=True, preexec_fn=end_with_this_test)
+    if not bus.stdout.readline().strip():
+        raise AssertionError("a bus did not start: " + " ".join(options))
+    return bus
+
+
 def start_accessibility_bus(directory):
-    """A private accessibility bus; the registry starts on it when first asked for."""
+    """The registry starts on it when first asked for."""
     # Kelmo, this process and the registry the bus starts all find it here.
     os.environ["AT_SPI_BUS_ADDRESS"] = "unix:path=" + os.path.join(directory, "a11y-bus")
-    bus = subprocess.Popen(
-        ["dbus-daemon", "--nofork", "--print-address=1",
-         "--config-file=/usr/share/defaults/at-spi2/accessibility.conf",
-         "--address=" + os.environ["AT_SPI_BUS_ADDRESS"]],
-        stdout=subprocess.PIPE, text=True)
-    if not bus.stdout.readline().strip():
-        raise AssertionError("the accessibility bus did not start")
-    return bus
+    return start_bus(os.environ["AT_SPI_BUS_ADDRESS"],
+                     "--config-file=/usr/share/defaults/at-spi2/accessibility.conf")
 
 
 def stop_registry():
@@ -126,7 +139,7 @@ def stop(process):
         process.wait()
 
 
-def start_kelmo(executable, home):
+def start_kelmo(executable, home, session_bus):
     downloads = os.path.join(home, "Downloads")
     config = os.path.join(home, ".config")
     os.makedirs(downloads)
@@ -144,16 +157,18 @@ def start_kelmo(executable, home):
     environment = dict(os.environ, HOME=home, XDG_CONFIG_HOME=config,
                        XDG_DATA_HOME=os.path.join(home, ".local", "share"),
                        XDG_CACHE_HOME=os.path.join(home, ".cache"),
-                       GSETTINGS_BACKEND="memory", WEBKIT_DISABLE_DMABUF_RENDERER="1")
+                       DBUS_SESSION_BUS_ADDRESS=session_bus, GSETTINGS_BACKEND="memory",
+                       WEBKIT_DISABLE_DMABUF_RENDERER="1")
     # GTK speaks to assistive technologies unless told not to.
     environment.pop("GTK_A11Y", None)
-    return subprocess.Popen([executable], env=environment)
+    return subprocess.Popen([executable], env=environment, preexec_fn=end_with_this_test)
 
 
 def check(executable):
     home = tempfile.mkdtemp(prefix="kelmo-a11y-")
-    bus = start_accessibility_bus(home)
-    kelmo = start_kelmo(executable, home)
+    session_bus = "unix:path=" + os.path.join(home, "session-bus")
+    buses = [start_bus(session_bus, "--session"), start_accessibility_bus(home)]
+    kelmo = start_kelmo(executable, home, session_bus)
     try:
         app = wait_for("Kelmo on the accessibility bus", lambda: application_of(kelmo))
         window = wait_for("the main window", lambda: main_window(app))
@@ -176,7 +191,8 @@ def check(executable):
     finally:
         stop(kelmo)
         stop_registry()
-        stop(bus)
+        for bus in buses:
+            stop(bus)
         shutil.rmtree(home, ignore_errors=True)
 
 
