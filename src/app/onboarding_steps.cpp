@@ -12,11 +12,11 @@ const std::vector<OnboardingStep>& onboardingSteps() {
         {"doc.badge.plus", "Open a File",
          "Use File › Open File (Ctrl+O) to open any .html, .jsx, or .tsx file. Drag-and-drop "
          "works too.",
-         Color{"#38bdf8"}},
+         Color::hex(0x38bdf8)},
         {"folder.badge.plus", "Watch a Folder",
          "Use File › Open Folder (Shift+Ctrl+O) to set a folder. The app will auto-discover "
          "and list every file inside.",
-         Color{"#a78bfa"}},
+         Color::hex(0xa78bfa)},
         {"play.rectangle", "Run and Preview",
          "Select any file from the sidebar to run it instantly in a secure sandbox. HTML, JSX, and "
          "TSX all work out of the box.",

@@ -128,7 +128,7 @@ void SettingsView::buildFolderSection() {
     folderRow_.append(*change);
     auto* clear = makeSmallButton("Clear");
     clear->add_css_class("settings-clear-button");
-    tint(*clear, Color("#f87171"));
+    tint(*clear, Color::hex(0xf87171));
     clear->signal_clicked().connect([this] { setShowClearConfirm(true); });
     folderRow_.append(*clear);
     content->append(folderRow_);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,13 +17,11 @@ struct Color {
     constexpr Color(double r, double g, double b, double a = 1)
         : red{r}, green{g}, blue{b}, opacity{a} {}
 
-    // The colour written as hexadecimal digits, such as "#e8572e". Characters that are
-    // neither letters, marks nor digits are trimmed from both ends; the hexadecimal
-    // number at the start of what remains is read (an optional 0x prefix allowed,
-    // saturating on overflow; no digit gives 0) and its low 24 bits are red, green
-    // and blue. Other lengths get no special handling: "fff" is red 0, green 0x0f,
-    // blue 0xff, and only the last six digits of "ff000080" count. Always opaque.
-    explicit Color(std::string_view hex);
+    // The colour of a 0xRRGGBB constant, such as hex(0xe8572e); opaque.
+    static constexpr Color hex(std::uint32_t rgb) {
+        return Color{((rgb >> 16) & 0xff) / 255.0, ((rgb >> 8) & 0xff) / 255.0,
+                     (rgb & 0xff) / 255.0};
+    }
 
     // The same colour at the given opacity.
     constexpr Color withOpacity(double alpha) const { return Color{red, green, blue, alpha}; }

@@ -2,22 +2,22 @@
 
 namespace kelmo {
 
-#define KELMO_PALETTE_COLOR(name, hex)                                                             \
+#define KELMO_PALETTE_COLOR(name, rgb)                                                             \
     const Color& name() {                                                                          \
-        static const Color color{hex};                                                             \
+        static const Color color = Color::hex(rgb);                                                \
         return color;                                                                              \
     }
 
-KELMO_PALETTE_COLOR(appOrangePrimary, "#e8572e")
-KELMO_PALETTE_COLOR(appOrangeLight, "#f07a50")
-KELMO_PALETTE_COLOR(appOrangeDeep, "#c44020")
-KELMO_PALETTE_COLOR(appBg0, "#fdf8f2")
-KELMO_PALETTE_COLOR(appBg1, "#ffffff")
-KELMO_PALETTE_COLOR(appBg2, "#f5ede3")
-KELMO_PALETTE_COLOR(appBorder, "#e8ddd2")
-KELMO_PALETTE_COLOR(appText, "#1c1917")
-KELMO_PALETTE_COLOR(appTextDim, "#78716c")
-KELMO_PALETTE_COLOR(appTextMuted, "#a8a29e")
+KELMO_PALETTE_COLOR(appOrangePrimary, 0xe8572e)
+KELMO_PALETTE_COLOR(appOrangeLight, 0xf07a50)
+KELMO_PALETTE_COLOR(appOrangeDeep, 0xc44020)
+KELMO_PALETTE_COLOR(appBg0, 0xfdf8f2)
+KELMO_PALETTE_COLOR(appBg1, 0xffffff)
+KELMO_PALETTE_COLOR(appBg2, 0xf5ede3)
+KELMO_PALETTE_COLOR(appBorder, 0xe8ddd2)
+KELMO_PALETTE_COLOR(appText, 0x1c1917)
+KELMO_PALETTE_COLOR(appTextDim, 0x78716c)
+KELMO_PALETTE_COLOR(appTextMuted, 0xa8a29e)
 
 #undef KELMO_PALETTE_COLOR
 

@@ -5,13 +5,19 @@
 namespace kelmo {
 
 const TypeAppearance& typeAppearance(ArtifactType::Kind kind) {
-    static const TypeAppearance html{
-        "HTML", Color{"#0ea5e9"}, {Color{"#1a2744"}, Color{"#0f1829"}}, "globe", "html"};
-    static const TypeAppearance jsx{
-        "JSX", Color{"#f59e0b"}, {Color{"#1a1a2e"}, Color{"#16213e"}}, "bolt.circle", "jsx"};
+    static const TypeAppearance html{"HTML",
+                                     Color::hex(0x0ea5e9),
+                                     {Color::hex(0x1a2744), Color::hex(0x0f1829)},
+                                     "globe",
+                                     "html"};
+    static const TypeAppearance jsx{"JSX",
+                                    Color::hex(0xf59e0b),
+                                    {Color::hex(0x1a1a2e), Color::hex(0x16213e)},
+                                    "bolt.circle",
+                                    "jsx"};
     static const TypeAppearance tsx{"TSX",
                                     appOrangePrimary(),
-                                    {Color{"#2d1b1b"}, Color{"#1a0f0f"}},
+                                    {Color::hex(0x2d1b1b), Color::hex(0x1a0f0f)},
                                     "chevron.left.forwardslash.chevron.right",
                                     "tsx"};
     switch (kind) {

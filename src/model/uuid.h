@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -9,20 +8,20 @@
 
 namespace kelmo {
 
-// A random (version 4) UUID. Written as 36-character upper-case hyphenated
-// text; parsing accepts either case.
+// A random (version 4) UUID, made and checked by GLib. Written as 36-character
+// upper-case hyphenated text; parsing accepts either case.
 class Uuid {
 public:
     static Uuid random();
     static std::optional<Uuid> parse(std::string_view text);
 
-    std::string toString() const;
-    const std::array<std::uint8_t, 16>& bytes() const { return bytes_; }
+    std::string toString() const { return {text_.begin(), text_.end()}; }
+    std::string_view text() const { return {text_.data(), text_.size()}; }
 
     bool operator==(const Uuid&) const = default;
 
 private:
-    std::array<std::uint8_t, 16> bytes_{};
+    std::array<char, 36> text_{}; // kept inline: a library holds thousands
 };
 
 } // namespace kelmo

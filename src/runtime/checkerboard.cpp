@@ -13,8 +13,8 @@ CheckerboardCells checkerboardCells(double width, double height) {
     return {lastIndex(width) + 1, lastIndex(height) + 1};
 }
 
-std::string_view checkerboardColor(int row, int column) {
-    return (row + column) % 2 != 0 ? "#e8dfd4" : "#f0e8de";
+std::uint32_t checkerboardColor(int row, int column) {
+    return (row + column) % 2 != 0 ? 0xe8dfd4 : 0xf0e8de;
 }
 
 } // namespace kelmo

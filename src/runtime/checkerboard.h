@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 namespace kelmo {
@@ -19,7 +20,7 @@ struct CheckerboardCells {
 
 CheckerboardCells checkerboardCells(double width, double height);
 
-// The cell's colour as hexadecimal digits: the darker tone where row + column is odd.
-std::string_view checkerboardColor(int row, int column);
+// The cell's colour as 0xRRGGBB: the darker tone where row + column is odd.
+std::uint32_t checkerboardColor(int row, int column);
 
 } // namespace kelmo

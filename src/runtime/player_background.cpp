@@ -16,7 +16,7 @@ void PlayerBackground::draw(const Cairo::RefPtr<Cairo::Context>& context, int wi
     const CheckerboardCells cells = checkerboardCells(width, height);
     for (int row = 0; row < cells.rows; ++row) {
         for (int column = 0; column < cells.columns; ++column) {
-            const Color color{checkerboardColor(row, column)};
+            const Color color = Color::hex(checkerboardColor(row, column));
             context->set_source_rgb(color.red, color.green, color.blue);
             context->rectangle(column * checkerCellSize, row * checkerCellSize, checkerCellSize,
                                checkerCellSize);
