@@ -1,6 +1,7 @@
 #include "app/command_line.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <sys/stat.h>
 
 namespace kelmo {
@@ -23,31 +24,6 @@ void classifyArguments(const std::vector<std::string>& arguments, Visit visit) {
 }
 
 } // namespace
-
-std::optional<std::string> informationRequested(const std::vector<std::string>& arguments,
-                                                const std::string& version) {
-    for (std::size_t i = 1; i < arguments.size() && arguments[i] != "--"; ++i) {
-        if (arguments[i] == "--help" || arguments[i] == "-h")
-            return "Usage:\n"
-                   "  kelmo [OPTION…] [FILE…]\n"
-                   "\n"
-                   "Runs web prototypes (.html, .htm, .jsx, .tsx) locally. Each FILE is\n"
-                   "added to the library and shown; a running Kelmo receives them.\n"
-                   "\n"
-                   "Options:\n"
-                   "  -h, --help       Show this help and quit\n"
-                   "  -v, --version    Show the version and quit\n"
-                   "  --export-html SOURCE OUT.html\n"
-                   "                   Write the JSX or TSX artifact as one HTML file\n"
-                   "                   that runs offline in any browser, and quit\n"
-                   "  --snapshot SOURCE [--width N] OUT.png\n"
-                   "                   Save a picture of the artifact's whole page,\n"
-                   "                   N pixels wide (1024 by default), and quit\n";
-        if (arguments[i] == "--version" || arguments[i] == "-v")
-            return "Kelmo " + version + "\n";
-    }
-    return std::nullopt;
-}
 
 std::vector<std::string> fileArguments(const std::vector<std::string>& arguments) {
     std::vector<std::string> files;
@@ -82,6 +58,46 @@ std::vector<std::string> withoutMissingFiles(const std::vector<std::string>& arg
             kept.push_back(arguments[i]);
     });
     return kept;
+}
+
+// The options --help lists. --export-html and --snapshot are handled before the
+// application starts (batch_commands.h), as the first option; they are listed here so
+// that the help shows them, and said to be misplaced when they come later.
+void addCommandLineOptions(Gio::Application& application, std::function<int()> otherwise) {
+    application.set_option_context_parameter_string("[FILE…]");
+    application.set_option_context_summary(
+        "Runs web prototypes (.html, .htm, .jsx, .tsx) locally. Each FILE "
+        "is added to the library\nand shown; a running Kelmo receives "
+        "them.");
+    application.add_main_option_entry(Gio::Application::OptionType::BOOL, "version", 'v',
+                                      "Show the version and quit");
+    application.add_main_option_entry(
+        Gio::Application::OptionType::FILENAME, "export-html", '\0',
+        "Write the JSX or TSX artifact SOURCE as one HTML file that runs "
+        "offline in any browser, and quit",
+        "SOURCE OUT.html");
+    application.add_main_option_entry(
+        Gio::Application::OptionType::FILENAME, "snapshot", '\0',
+        "Save a picture of the artifact's whole page, N pixels wide (1024 by "
+        "default), and quit",
+        "SOURCE [--width N] OUT.png");
+    application.add_main_option_entry(Gio::Application::OptionType::INT, "width", '\0',
+                                      "The page's width for --snapshot", "N");
+    application.signal_handle_local_options().connect(
+        [otherwise = std::move(otherwise)](const Glib::RefPtr<Glib::VariantDict>& options) {
+            if (options->contains("version")) {
+                std::printf("Kelmo %s\n", KELMO_VERSION);
+                return 0;
+            }
+            for (const char* command : {"export-html", "snapshot"})
+                if (options->contains(command)) {
+                    std::fprintf(stderr, "kelmo: --%s must come first: kelmo --%s …\n", command,
+                                 command);
+                    return 1;
+                }
+            return otherwise();
+        },
+        false);
 }
 
 } // namespace kelmo

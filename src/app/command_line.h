@@ -1,15 +1,17 @@
 #pragma once
 
+#include <functional>
+#include <giomm/application.h>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace kelmo {
 
-// What "--help" (or "-h") and "--version" (or "-v") print; nothing when neither is
-// given. They are answered before anything else, without a display.
-std::optional<std::string> informationRequested(const std::vector<std::string>& arguments,
-                                                const std::string& version);
+// The command-line options, with their help (--help, --help-all) and checks (an unknown
+// option fails as in every GTK application). --version answers here; `otherwise` says
+// what to do when no option has ended the run (-1: go on).
+void addCommandLineOptions(Gio::Application& application, std::function<int()> otherwise);
 
 // The file arguments of a command line: everything after the program name that is
 // not an option ("-x", "--long"), and everything after "--".

@@ -1,6 +1,7 @@
 #include "app/duskwell_app.h"
 
 #include "app/about_window.h"
+#include "app/command_line.h"
 #include "app/file_chooser_open_panel.h"
 #include "app/light_theme.h"
 #include "app/main_window.h"
@@ -48,7 +49,9 @@ Glib::RefPtr<DuskwellApp> DuskwellApp::create(Configuration configuration) {
 DuskwellApp::DuskwellApp(Configuration configuration)
     : Gtk::Application{configuration.applicationId,
                        configuration.flags | Gio::Application::Flags::HANDLES_OPEN},
-      configuration_{std::move(configuration)} {}
+      configuration_{std::move(configuration)} {
+    addCommandLineOptions(*this, [] { return -1; });
+}
 
 DuskwellApp::~DuskwellApp() {
     // Windows go before the store they show.

@@ -6,17 +6,28 @@
 
 #include <cstdio>
 #include <cstring>
+#include <giomm/application.h>
 #include <string>
 #include <vector>
 
 int main(int argc, char* argv[]) {
     const std::vector<std::string> arguments(argv, argv + argc);
-    if (const auto information = kelmo::informationRequested(arguments, KELMO_VERSION)) {
-        std::fputs(information->c_str(), stdout);
-        return 0;
-    }
     if (const auto status = kelmo::runBatchCommand(arguments))
         return *status;
+    // --help, --version and mistakes are answered without a display: the toolkit starts
+    // with the application below.
+    {
+        bool goOn = false;
+        auto options = Gio::Application::create("", Gio::Application::Flags::NON_UNIQUE |
+                                                        Gio::Application::Flags::HANDLES_OPEN);
+        kelmo::addCommandLineOptions(*options, [&goOn] {
+            goOn = true;
+            return 0;
+        });
+        const int status = options->run(argc, argv);
+        if (!goOn)
+            return status;
+    }
     const auto files = kelmo::checkFileArguments(kelmo::fileArguments(arguments));
     for (const auto& missing : files.missing)
         std::fprintf(stderr, "kelmo: cannot open “%s”: %s\n", missing.c_str(),

@@ -38,17 +38,6 @@ TEST(LightTheme, DarkVariantsGiveWayToTheirLightThemes) {
         EXPECT_EQ(lightThemeVariant(light), light);
 }
 
-TEST(CommandLine, HelpAndVersionAreAnsweredBeforeAnythingElse) {
-    EXPECT_EQ(informationRequested({"kelmo", "--version"}, "1.2.3"), "Kelmo 1.2.3\n");
-    EXPECT_EQ(informationRequested({"kelmo", "a.jsx", "-v"}, "1.2.3"), "Kelmo 1.2.3\n");
-    const auto help = informationRequested({"kelmo", "-h"}, "1.2.3");
-    ASSERT_TRUE(help);
-    EXPECT_NE(help->find("kelmo [OPTION…] [FILE…]"), std::string::npos);
-    EXPECT_FALSE(informationRequested({"kelmo", "a.jsx"}, "1.2.3"));
-    EXPECT_FALSE(informationRequested({"kelmo", "--", "--version"}, "1.2.3"))
-        << "after -- everything is a file";
-}
-
 TEST(CommandLine, FilesAreTheArgumentsThatAreNotOptions) {
     EXPECT_EQ(fileArguments({"kelmo", "a.jsx", "--flag", "-x", "b c.html", "-", "--", "-d.tsx"}),
               (std::vector<std::string>{"a.jsx", "b c.html", "-", "-d.tsx"}));
