@@ -2,6 +2,7 @@
 
 #include "library/accessible_name.h"
 #include "library/artifact_text.h"
+#include "library/card_pictures.h"
 #include "library/symbols.h"
 
 namespace kelmo {
@@ -9,6 +10,21 @@ namespace kelmo {
 ArtifactRowView::ArtifactRowView(ArtifactStore& store)
     : Gtk::Box{Gtk::Orientation::HORIZONTAL, 10}, store_{store} {
     add_css_class("artifact-row");
+    picture_.add_css_class("artifact-row-picture");
+    picture_.set_content_width(48);
+    picture_.set_content_height(28);
+    picture_.set_valign(Gtk::Align::CENTER);
+    picture_.set_overflow(Gtk::Overflow::HIDDEN); // the rounded corners clip the picture
+    picture_.set_visible(false);
+    picture_.set_draw_func([this](const Cairo::RefPtr<Cairo::Context>& cr, int width, int) {
+        if (!pictureSurface_)
+            return;
+        const double scale = static_cast<double>(width) / pictureSurface_->get_width();
+        cr->scale(scale, scale);
+        cr->set_source(pictureSurface_, 0, 0);
+        cr->paint();
+    });
+    append(picture_);
     append(badge_);
 
     name_.set_xalign(0);
@@ -39,12 +55,35 @@ ArtifactRowView::ArtifactRowView(ArtifactStore& store, const Artifact& artifact)
 
 ArtifactRowView::~ArtifactRowView() {
     storeChanged_.disconnect();
+    pictureKept_.disconnect();
+}
+
+// As on the card: the picture once there is one, for the row's artifact only.
+void ArtifactRowView::showPicture() {
+    pictureSurface_.reset();
+    picture_.set_visible(false);
+    if (!pictureKept_.connected())
+        pictureKept_ = CardPictures::shared().signalKept().connect([this](const std::string& path) {
+            if (artifact_ && artifact_->path() == path)
+                showPicture();
+        });
+    CardPictures::shared().find(
+        artifact_->path(), sigc::track_object(
+                               [this, path = artifact_->path()](CardPictures::Picture picture) {
+                                   if (!artifact_ || artifact_->path() != path || !picture)
+                                       return;
+                                   pictureSurface_ = picture;
+                                   picture_.set_visible(true);
+                                   picture_.queue_draw();
+                               },
+                               *this));
 }
 
 void ArtifactRowView::show(const Artifact& artifact) {
     artifact_ = artifact;
     badge_.setType(artifact.type);
     name_.set_text(artifact.name);
+    showPicture();
     if (!storeChanged_.connected())
         storeChanged_ = store_.signalChanged().connect([this] { refresh(); });
     refresh();

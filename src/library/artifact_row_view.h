@@ -5,6 +5,7 @@
 #include "store/artifact_store.h"
 
 #include <gtkmm/box.h>
+#include <gtkmm/drawingarea.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
 #include <optional>
@@ -33,10 +34,15 @@ public:
 
 private:
     void refresh();
+    void showPicture();
 
     ArtifactStore& store_;
     std::optional<Artifact> artifact_;
     sigc::connection storeChanged_;
+    sigc::connection pictureKept_;
+    // The card's picture, small, once the artifact has run.
+    Gtk::DrawingArea picture_;
+    Cairo::RefPtr<Cairo::ImageSurface> pictureSurface_;
 
     TypeBadge badge_{ArtifactType{}};
     Gtk::Box texts_{Gtk::Orientation::VERTICAL, 2};

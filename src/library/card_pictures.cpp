@@ -1,5 +1,6 @@
 #include "library/card_pictures.h"
 
+#include <algorithm>
 #include <cairomm/context.h>
 #include <glibmm/checksum.h>
 #include <glibmm/fileutils.h>
@@ -81,6 +82,13 @@ void CardPictures::work() {
     }
 }
 
+// A library scrolled end to end asks for every picture once: only the latest stay.
+void CardPictures::remember(const std::string& artifactPath, Remembered remembered) {
+    if (remembered_.size() >= remembering && remembered_.count(artifactPath) == 0)
+        remembered_.clear();
+    remembered_[artifactPath] = std::move(remembered);
+}
+
 void CardPictures::find(const std::string& artifactPath, std::function<void(Picture)> done) {
     const auto stamp = stampOf(artifactPath);
     if (const auto found = remembered_.find(artifactPath);
@@ -105,7 +113,7 @@ void CardPictures::find(const std::string& artifactPath, std::function<void(Pict
             [this, alive, artifactPath, stamp, picture, done = std::move(done)] {
                 if (alive.expired())
                     return false;
-                remembered_[artifactPath] = Remembered{stamp, picture};
+                remember(artifactPath, Remembered{stamp, picture});
                 done(picture);
                 return false;
             });
@@ -130,9 +138,10 @@ void CardPictures::keep(const std::string& artifactPath,
         const auto key = keyOf(artifactPath);
         if (!key)
             return;
+        // The top of the page, as the card shows it.
         const double scale = static_cast<double>(width) / sourceWidth;
-        const int height = std::max(1, static_cast<int>(sourceHeight * scale));
-        auto scaled = Cairo::ImageSurface::create(Cairo::Surface::Format::ARGB32, width, height);
+        const int shown = std::clamp(static_cast<int>(sourceHeight * scale), 1, height);
+        auto scaled = Cairo::ImageSurface::create(Cairo::Surface::Format::ARGB32, width, shown);
         auto cr = Cairo::Context::create(scaled);
         cr->scale(scale, scale);
         cr->set_source(source, 0, 0);
@@ -152,7 +161,7 @@ void CardPictures::keep(const std::string& artifactPath,
         Glib::MainContext::get_default()->invoke([this, alive, artifactPath, stamp, scaled] {
             if (alive.expired())
                 return false;
-            remembered_[artifactPath] = Remembered{stamp, scaled};
+            remember(artifactPath, Remembered{stamp, scaled});
             kept_.emit(artifactPath);
             return false;
         });

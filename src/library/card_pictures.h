@@ -16,13 +16,17 @@
 namespace kelmo {
 
 // Pictures of artifacts' first screens, for their cards and rows. A picture is kept in
-// a folder of the user's cache as a PNG 480 pixels wide, named after the artifact's
+// a folder of the user's cache as a PNG the shape of a card's picture, named after the artifact's
 // path and the content of its file, so that a changed file has none until it runs
 // again. Reading, hashing, scaling and writing happen on a worker thread; answers come
 // on the main context.
 class CardPictures {
 public:
+    // As wide as two cards side by side, and as tall as a card's picture is for its width.
     static constexpr int width = 480;
+    static constexpr int height = width * 150 / 260;
+    // How many pictures stay in memory.
+    static constexpr std::size_t remembering = 64;
 
     // $XDG_CACHE_HOME/kelmo/pictures
     static std::filesystem::path defaultFolder();
@@ -55,6 +59,7 @@ private:
         std::string stamp;
         Picture picture;
     };
+    void remember(const std::string& artifactPath, Remembered remembered);
 
     std::filesystem::path folder_;
     std::map<std::string, Remembered> remembered_;

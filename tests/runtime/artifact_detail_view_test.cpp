@@ -1,6 +1,7 @@
 #include "../app/shell_fixture.h"
 #include "library/app_style.h"
 #include "library/artifact_card_view.h"
+#include "library/artifact_row_view.h"
 #include "library/card_pictures.h"
 #include "library/symbols.h"
 #include "runtime/artifact_detail_view.h"
@@ -444,21 +445,29 @@ TEST_F(PlayerTest, ShareExportsTheComponentAsOneFileAndSavesAPictureOfThePage) {
     EXPECT_EQ(menuLabels(), std::vector<std::string>{"Save Picture\u2026"});
 }
 
-// Once an artifact has run, its card shows a picture of its first screen; a file that
-// changed has none until it runs again.
-TEST_F(PlayerTest, AnArtifactThatHasRunShowsItsFirstScreenOnItsCard) {
+// Once an artifact has run, its card and its row show a picture of its first screen; a
+// file that changed has none until it runs again.
+TEST_F(PlayerTest, AnArtifactThatHasRunShowsItsFirstScreenOnItsCardAndRow) {
     TemporaryDirectory folder;
     writeFile(folder / "card.html", "<body style='background: rgb(200, 30, 90)'>card</body>");
     Gtk::Window library;
+    auto& views = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 0);
     auto& card = *Gtk::make_managed<ArtifactCardView>(*store, Artifact::from(folder / "card.html"));
-    library.set_child(card);
+    auto& row = *Gtk::make_managed<ArtifactRowView>(*store, Artifact::from(folder / "card.html"));
+    views.append(card);
+    views.append(row);
+    library.set_child(views);
     const auto thumbnails = findAll<CardThumbnail>(card);
+    const auto rowPictures = findAll<Gtk::DrawingArea>(
+        row, [](Gtk::DrawingArea& area) { return area.has_css_class("artifact-row-picture"); });
+    ASSERT_EQ(rowPictures.size(), 1U);
     ASSERT_EQ(thumbnails.size(), 1U);
     EXPECT_FALSE(thumbnails.front()->hasPicture());
 
     showPlayer(Artifact::from(folder / "card.html"));
     ASSERT_TRUE(loadAfter([] {}));
     EXPECT_TRUE(runMainLoopUntil([&] { return thumbnails.front()->hasPicture(); }, pageDeadline));
+    EXPECT_TRUE(rowPictures.front()->get_visible());
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator{CardPictures::shared().folder()},
                             std::filesystem::directory_iterator{}),
               1);
