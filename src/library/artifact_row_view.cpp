@@ -15,7 +15,6 @@ ArtifactRowView::ArtifactRowView(ArtifactStore& store)
     picture_.set_content_height(28);
     picture_.set_valign(Gtk::Align::CENTER);
     picture_.set_overflow(Gtk::Overflow::HIDDEN); // the rounded corners clip the picture
-    picture_.set_visible(false);
     picture_.set_draw_func([this](const Cairo::RefPtr<Cairo::Context>& cr, int width, int) {
         if (!pictureSurface_)
             return;
@@ -61,7 +60,7 @@ ArtifactRowView::~ArtifactRowView() {
 // As on the card: the picture once there is one, for the row's artifact only.
 void ArtifactRowView::showPicture() {
     pictureSurface_.reset();
-    picture_.set_visible(false);
+    picture_.queue_draw();
     if (!pictureKept_.connected())
         pictureKept_ = CardPictures::shared().signalKept().connect([this](const std::string& path) {
             if (artifact_ && artifact_->path() == path)
@@ -73,7 +72,6 @@ void ArtifactRowView::showPicture() {
                                    if (!artifact_ || artifact_->path() != path || !picture)
                                        return;
                                    pictureSurface_ = picture;
-                                   picture_.set_visible(true);
                                    picture_.queue_draw();
                                },
                                *this));

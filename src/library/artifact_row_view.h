@@ -29,6 +29,9 @@ public:
     void clear();
     const std::optional<Artifact>& artifact() const { return artifact_; }
 
+    // Whether the row shows the picture of its artifact's first screen.
+    bool hasPicture() const { return bool(pictureSurface_); }
+
     // Whether the store's selected artifact is the one this row shows.
     bool isSelected() const;
 
@@ -40,7 +43,8 @@ private:
     std::optional<Artifact> artifact_;
     sigc::connection storeChanged_;
     sigc::connection pictureKept_;
-    // The card's picture, small, once the artifact has run.
+    // The card's picture, small, once the artifact has run; an empty plate until then,
+    // so that the rows' texts line up.
     Gtk::DrawingArea picture_;
     Cairo::RefPtr<Cairo::ImageSurface> pictureSurface_;
 

@@ -167,8 +167,8 @@ Gtk::Widget& ArtifactDetailView::detailToolbar() {
     favorite_->add_css_class("player-favorite");
     toolbar.append(*favorite_);
     toolbar.append(iconButton("arrow.up.right.square", "Show in Files", "player.reveal"));
-    shareButton_.add_css_class("app-icon-button");
-    setButtonStyle(shareButton_, button_style::appIcon);
+    shareButton_.add_css_class("player-share");
+    shareButton_.set_has_frame(false);
     shareButton_.set_child(symbolImage("arrow.up.doc", 12));
     shareButton_.set_valign(Gtk::Align::CENTER);
     setTooltipAndName(shareButton_, "Share");
