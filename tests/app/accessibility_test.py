@@ -47,23 +47,19 @@ def wait_for(what, condition):
 
 
 def nodes(root):
-    """Every accessible below the root, the root included; gone ones are skipped."""
+    """(node, role, name) for every accessible below the root, the root included. Views
+    come and go while the tree is read (the player gives way to the library), so an
+    accessible that is gone by the time it is asked is skipped."""
     pending = [root]
     while pending:
         node = pending.pop()
         try:
-            count = node.get_child_count()
+            role, name = node.get_role(), node.get_name() or ""
+            children = [node.get_child_at_index(i) for i in range(node.get_child_count())]
         except GLib.Error:
             continue
-        yield node
-        for index in range(count):
-            child = node.get_child_at_index(index)
-            if child is not None:
-                pending.append(child)
-
-
-def described(node):
-    return f"{node.get_role_name()} {node.get_name()!r}"
+        yield node, role, name
+        pending.extend(child for child in children if child is not None)
 
 
 def application_of(process):
@@ -76,16 +72,9 @@ def application_of(process):
     return None
 
 
-def main_window(app):
-    for node in nodes(app):
-        if node.get_role() == Atspi.Role.FRAME and node.get_name() == "Kelmo":
-            return node
-    return None
-
-
-def named(window, roles, pattern):
-    for node in nodes(window):
-        if node.get_role() in roles and re.fullmatch(pattern, node.get_name() or ""):
+def named(root, roles, pattern):
+    for node, role, name in nodes(root):
+        if role in roles and re.fullmatch(pattern, name):
             return node
     return None
 
@@ -171,22 +160,22 @@ def check(executable):
     kelmo = start_kelmo(executable, home, session_bus)
     try:
         app = wait_for("Kelmo on the accessibility bus", lambda: application_of(kelmo))
-        window = wait_for("the main window", lambda: main_window(app))
+        window = wait_for("the main window", lambda: named(app, {Atspi.Role.FRAME}, "Kelmo"))
 
         # The newest file of Downloads opens at start; the sidebar's row leads back.
         library = wait_for("the Library row", lambda: named(
             window, BUTTONS, r"Library, 2 artifacts"))
         library.do_action(0)
-        card = wait_for("a card that reads as name, type and age", lambda: named(
+        wait_for("a card that reads as name, type and age", lambda: named(
             window, {Atspi.Role.TABLE_CELL}, r"dashboard, JSX, modified 3 \S+ ago"))
-        print("card:", described(card))
+        wait_for("the player to give way", lambda: named(
+            window, BUTTONS, "Back to Library") is None)
 
         search = named(window, {Atspi.Role.ENTRY, Atspi.Role.TEXT}, r"Search")
         assert search is not None, "no search field named Search"
 
-        unnamed = [described(node) for node in nodes(window)
-                   if node.get_role() in BUTTONS
-                   and (not node.get_name() or TYPE_NAME.fullmatch(node.get_name()))]
+        unnamed = [f"{role.value_nick} {name!r}" for _, role, name in nodes(window)
+                   if role in BUTTONS and (not name or TYPE_NAME.fullmatch(name))]
         assert not unnamed, "buttons without a name: " + ", ".join(unnamed)
     finally:
         stop(kelmo)
