@@ -386,7 +386,7 @@ ArtifactCompiler::ArtifactCompiler(std::optional<std::filesystem::path> esbuild)
     : esbuild_{std::move(esbuild)} {}
 
 std::optional<std::filesystem::path> ArtifactCompiler::bundledEsbuild() {
-    auto program = installationPrefix() / "libexec" / "kelmo" / "esbuild";
+    auto program = installationPrefix() / KELMO_INSTALL_LIBEXECDIR / "kelmo" / "esbuild";
     if (::access(program.c_str(), X_OK) != 0)
         return std::nullopt;
     return program;

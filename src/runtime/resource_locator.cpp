@@ -8,7 +8,8 @@ ResourceLocator::ResourceLocator(std::filesystem::path directory)
     : directory_{std::move(directory)} {}
 
 const ResourceLocator& ResourceLocator::application() {
-    static const ResourceLocator locator{installationPrefix() / "share" / "kelmo" / "resources"};
+    static const ResourceLocator locator{installationPrefix() / KELMO_INSTALL_DATADIR / "kelmo" /
+                                         "resources"};
     return locator;
 }
 
@@ -36,10 +37,15 @@ std::filesystem::path executableDirectory() {
 }
 
 std::filesystem::path installationPrefix() {
-    const auto directory = executableDirectory();
-    if (directory.filename() == "kelmo" && directory.parent_path().filename() == "libexec")
-        return directory.parent_path().parent_path();
-    return directory.parent_path();
+    auto directory = executableDirectory();
+    // Helpers live in <libexecdir>/kelmo, programs in <bindir>: leave whichever it is.
+    const auto helpers = std::filesystem::path{KELMO_INSTALL_LIBEXECDIR} / "kelmo";
+    const auto below = directory.string().ends_with("/" + helpers.string())
+                           ? helpers
+                           : std::filesystem::path{KELMO_INSTALL_BINDIR};
+    for (auto part = below.begin(); part != below.end(); ++part)
+        directory = directory.parent_path();
+    return directory;
 }
 
 } // namespace kelmo
