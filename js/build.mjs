@@ -357,7 +357,7 @@ const oneCopy = {
 };
 
 async function buildBundle(file, { modules, borrows = [], entry, define }, outputFolder) {
-  await esbuild.build({
+  const { metafile } = await esbuild.build({
     ...(entry
       ? { entryPoints: [path.join(here, entry)] }
       : { stdin: { contents: entrySource(modules), resolveDir: here, loader: "js", sourcefile: file } }),
@@ -374,11 +374,14 @@ async function buildBundle(file, { modules, borrows = [], entry, define }, outpu
     jsx: "automatic",
     loader: { ".js": "jsx" },
     nodePaths: [path.join(root, "node_modules")],
-    legalComments: "none",
+    // The packages' licence notices stay with their code.
+    legalComments: "eof",
+    metafile: true,
     logLevel: "warning",
     plugins: [globalsPlugin(borrows), lucideInternals, borrowedUiParts, oneCopy],
     outfile: path.join(outputFolder, file),
   });
+  return metafile;
 }
 
 // The stylesheets of the packages artifacts may import, flat beside the bundles as
@@ -444,6 +447,25 @@ function writeStylesheets(outputFolder) {
   }
 }
 
+// Which npm packages each written file holds, as folders under node_modules, for the
+// licence listing (scripts/list-bundled-packages.mjs).
+function writeBundledPackages(outputFolder, files, metafiles) {
+  const folderOf = (input) =>
+    /^(.*node_modules\/(?:@[^/]+\/)?[^/]+)\//.exec(path.relative(root, path.resolve(input)))?.[1];
+  const shipped = { "lucide-icons.js": ["node_modules/lucide-react"] };
+  files.forEach((file, index) => {
+    const folders = Object.keys(metafiles[index].inputs).map(folderOf).filter(Boolean);
+    shipped[file] = [...new Set(folders)].sort();
+  });
+  const packages = Object.keys(JSON.parse(readFileSync(path.join(root, "package.json"), "utf8")).dependencies)
+    .sort((a, b) => b.length - a.length);
+  for (const file of readdirSync(outputFolder).filter((name) => name.startsWith("css~"))) {
+    const name = packages.find((candidate) => file.startsWith(`css~${candidate.replace("/", "~")}~`));
+    shipped[file] = [`node_modules/${name}`];
+  }
+  writeFileSync(path.join(outputFolder, "bundled-packages.json"), JSON.stringify(shipped, null, 1) + "\n");
+}
+
 async function main() {
   const outputFolder = path.resolve(process.argv[2] || path.join(root, "build", "bundles"));
   mkdirSync(outputFolder, { recursive: true });
@@ -452,11 +474,12 @@ async function main() {
     if ((/^(lib-|kelmo-).*\.js$/.test(file) && !(file in bundles)) || file.startsWith("css~"))
       rmSync(path.join(outputFolder, file));
   const started = Date.now();
-  await Promise.all([
-    ...Object.entries(bundles).map(([file, bundle]) => buildBundle(file, bundle, outputFolder)),
+  const [metafiles] = await Promise.all([
+    Promise.all(Object.entries(bundles).map(([file, bundle]) => buildBundle(file, bundle, outputFolder))),
     writeLucideIcons(outputFolder),
   ]);
   writeStylesheets(outputFolder);
+  writeBundledPackages(outputFolder, Object.keys(bundles), metafiles);
   // What the build system waits for: every bundle is written once this is.
   writeFileSync(path.join(outputFolder, "bundles.stamp"), Object.keys(bundles).join("\n") + "\n");
   console.log(`Bundled ${Object.keys(bundles).length} files in ${Date.now() - started} ms`);
