@@ -11,7 +11,7 @@ packages=(
   libgtkmm-4.0-dev libwebkitgtk-6.0-dev libepoxy-dev libicu-dev
   libgtest-dev libgmock-dev libbenchmark-dev libxtst-dev
   xvfb xauth imagemagick dbus-x11 at-spi2-core python3-gi gir1.2-atspi-2.0 xdotool procps
-  clang-format desktop-file-utils appstream shared-mime-info
+  clang-format desktop-file-utils appstream shared-mime-info libglib2.0-bin help2man lintian
   fonts-dejavu-core adwaita-icon-theme libgtk-4-bin librsvg2-bin librsvg2-common
   nodejs
   # Emoji in artifacts; Chromium opens exported pages in the tests.
