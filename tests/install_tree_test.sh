@@ -27,8 +27,28 @@ for file in bin/kelmo libexec/kelmo/esbuild share/kelmo/resources/runtime.html s
     share/kelmo/resources/style.css share/kelmo/resources/kelmo-ui.js share/kelmo/resources/lib-recharts.js \
     share/kelmo/resources/lucide-icons.js share/applications/org.kelmo.Kelmo.desktop \
     share/metainfo/org.kelmo.Kelmo.metainfo.xml share/mime/packages/org.kelmo.Kelmo.xml \
-    share/icons/hicolor/scalable/apps/org.kelmo.Kelmo.svg; do
+    share/icons/hicolor/scalable/apps/org.kelmo.Kelmo.svg share/man/man1/kelmo.1.gz \
+    share/doc/kelmo/copyright share/dbus-1/services/org.kelmo.Kelmo.service \
+    share/mime/mime.cache share/icons/hicolor/icon-theme.cache share/applications/mimeinfo.cache; do
   [ -e "$prefix/$file" ] || { echo "missing after install: $file"; exit 1; }
+done
+# D-Bus starts the installed program.
+grep -qx "Exec=$prefix/bin/kelmo --gapplication-service" "$prefix/share/dbus-1/services/org.kelmo.Kelmo.service"
+
+# A React source is Kelmo's type where the MIME database also knows Tiled's XML
+# tilesets by *.tsx (as newer shared-mime-info does); a tileset stays Tiled's.
+mime="$work/mime-home/mime"
+mkdir -p "$mime/packages"
+sed 's|^</mime-info>|<mime-type type="application/x-tiled-tsx"><sub-class-of type="application/xml"/><glob pattern="*.tsx"/></mime-type>&|' \
+  /usr/share/mime/packages/freedesktop.org.xml >"$mime/packages/freedesktop.org.xml"
+cp "$prefix/share/mime/packages/org.kelmo.Kelmo.xml" "$mime/packages/"
+update-mime-database "$mime" 2>/dev/null
+printf 'import React from "react";\nexport default () => <p/>;\n' >"$work/App.tsx"
+printf '<?xml version="1.0"?>\n<tileset name="tiles"/>\n' >"$work/tiles.tsx"
+for expected in App.tsx=text/tsx tiles.tsx=application/x-tiled-tsx; do
+  type="$(XDG_DATA_HOME="$work/mime-home" XDG_DATA_DIRS=/nonexistent gio info -a standard::content-type \
+    "$work/${expected%%=*}" | sed -n 's/.*content-type: //p')"
+  [ "$type" = "${expected#*=}" ] || { echo "${expected%%=*} is $type"; exit 1; }
 done
 
 export GSK_RENDERER="${GSK_RENDERER:-cairo}" HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data" \
