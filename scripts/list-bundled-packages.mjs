@@ -30,7 +30,7 @@ function ship(folder, file) {
     shipped.set(folder, new Set());
   shipped.get(folder).add(file);
 }
-for (const line of read(path.join(args[0], "bundled-inputs.txt")).split("\n").filter(Boolean)) {
+for (const line of read(path.resolve(args[0], "bundled-inputs.txt")).split("\n").filter(Boolean)) {
   const [kind, file] = [line.slice(0, line.indexOf(" ")), line.slice(line.indexOf(" ") + 1)];
   if (kind === "bundles") {
     for (const [bundle, folders] of Object.entries(JSON.parse(read(file))))
