@@ -21,8 +21,10 @@ for file in usr/share/doc/kelmo/copyright usr/share/doc/kelmo/changelog.Debian.g
   [ -e "$work/root/$file" ] || { echo "missing from the package: $file"; exit 1; }
 done
 grep -qx "Exec=/usr/bin/kelmo --gapplication-service" "$work/root/usr/share/dbus-1/services/org.kelmo.Kelmo.service"
-file "$work/root/usr/bin/kelmo" | grep -q "pie executable.*, stripped"
-readelf -d "$work/root/usr/bin/kelmo" | grep -q BIND_NOW
+program="$work/root/usr/bin/kelmo"
+! readelf -S "$program" | grep -q '\.symtab' || { echo "the program is not stripped"; exit 1; }
+readelf -d "$program" | grep -q 'Flags: NOW PIE' && readelf -lW "$program" | grep -q GNU_RELRO ||
+  { echo "the program lacks full RELRO or PIE"; exit 1; }
 
 node "$source_dir/scripts/list-bundled-packages.mjs" "$build_dir" | sed '$d' | while read -r name version _; do
   grep -qF " $name $version in " "$work/root/usr/share/doc/kelmo/copyright" ||
