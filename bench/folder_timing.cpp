@@ -2,6 +2,7 @@
 
 #include "app/sidebar_view.h"
 #include "child_process.h"
+#include "library/card_pictures.h"
 #include "library/library_view.h"
 #include "store/artifact_store.h"
 #include "temporary_folder.h"
@@ -13,6 +14,7 @@
 #include <glibmm/main.h>
 #include <gtkmm/application.h>
 #include <gtkmm/box.h>
+#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/window.h>
 #include <stdexcept>
 #include <string>
@@ -260,6 +262,107 @@ std::vector<FolderBurstFigures> folderBurstFigures(int files, int runs) {
              std::chrono::duration<double, std::milli>(*settledAt - lastEvent).count()});
     }
     return figures;
+}
+
+std::vector<double> libraryScrollStalls(int files, bool withPictures, int runs) {
+    static const auto application =
+        Gtk::Application::create("org.kelmo.Kelmo.Benchmark", Gio::Application::Flags::NON_UNIQUE);
+    gtk_init();
+    // The pictures go to a cache of the benchmark's own, never the user's.
+    static TemporaryFolder cache;
+    g_setenv("XDG_CACHE_HOME", cache.path().c_str(), TRUE);
+    const auto pictures = CardPictures::shared().folder();
+    if (pictures.string().rfind(cache.path().string(), 0) != 0)
+        throw std::runtime_error{"the pictures' folder is not the benchmark's own"};
+    std::vector<double> stalls;
+    for (int run = 0; run < runs; ++run) {
+        TemporaryFolder root;
+        const auto folder = root.path() / "folder";
+        std::filesystem::create_directories(folder);
+        for (int i = 0; i < files; ++i)
+            writeFile(folder / ("card-" + std::to_string(i) + ".jsx"),
+                      "export default () => <p>" + std::to_string(i) + "</p>;\n");
+        StoreUnderTest underTest{root.path()};
+        underTest.panel->answer = folder;
+        ArtifactStore& store = *underTest.store;
+        store.addWatchedFolder();
+        store.setSelectedArtifact(std::nullopt);
+        auto context = Glib::MainContext::get_default();
+
+        // A page-sized picture for every card, kept as the player keeps them.
+        std::filesystem::remove_all(pictures);
+        if (withPictures) {
+            std::vector<guchar> pixels(1024 * 700 * 4, 0xc0);
+            auto bytes = Glib::Bytes::create(pixels.data(), pixels.size());
+            auto picture = Glib::wrap(
+                gdk_memory_texture_new(1024, 700, GDK_MEMORY_DEFAULT, bytes->gobj(), 1024 * 4));
+            int kept = 0;
+            auto counting = CardPictures::shared().signalKept().connect(
+                [&kept](const std::string&) { ++kept; });
+            for (const auto& artifact : store.allArtifacts())
+                CardPictures::shared().keep(artifact.path(), picture);
+            while (kept < files)
+                context->iteration(true);
+            counting.disconnect();
+        }
+
+        Gtk::Window window;
+        window.set_default_size(1100, 700);
+        Gtk::Widget* library = makeLibraryView(store);
+        window.set_child(*library);
+        window.present();
+        const auto shownBy = Clock::now() + std::chrono::seconds{2};
+        while (Clock::now() < shownBy)
+            context->iteration(false);
+        Gtk::ScrolledWindow* scroller = nullptr;
+        std::function<void(Gtk::Widget&)> find = [&](Gtk::Widget& widget) {
+            if (auto* found = dynamic_cast<Gtk::ScrolledWindow*>(&widget); found && !scroller)
+                scroller = found;
+            for (auto* child = widget.get_first_child(); child; child = child->get_next_sibling())
+                find(*child);
+        };
+        find(*library);
+        if (!scroller)
+            throw std::runtime_error{"the library has no scrolled window"};
+        auto adjustment = scroller->get_vadjustment();
+
+        double longestStall = 0;
+        constexpr int tickMilliseconds = 5;
+        auto lastTick = Clock::now();
+        auto ticks = Glib::signal_timeout().connect(
+            [&] {
+                const auto now = Clock::now();
+                longestStall =
+                    std::max(longestStall,
+                             std::chrono::duration<double, std::milli>(now - lastTick).count() -
+                                 tickMilliseconds);
+                lastTick = now;
+                return true;
+            },
+            tickMilliseconds);
+        auto loop = Glib::MainLoop::create();
+        bool down = true;
+        auto steps = Glib::signal_timeout().connect(
+            [&] {
+                const double end = adjustment->get_upper() - adjustment->get_page_size();
+                const double next = adjustment->get_value() + (down ? 120 : -120);
+                adjustment->set_value(std::clamp(next, 0.0, end));
+                if (down && next >= end)
+                    down = false;
+                else if (!down && next <= 0) {
+                    loop->quit();
+                    return false;
+                }
+                return true;
+            },
+            16);
+        loop->run();
+        ticks.disconnect();
+        steps.disconnect();
+        window.hide();
+        stalls.push_back(longestStall);
+    }
+    return stalls;
 }
 
 } // namespace kelmo::bench

@@ -21,4 +21,9 @@ struct FolderBurstFigures {
 };
 std::vector<FolderBurstFigures> folderBurstFigures(int files, int runs);
 
+// The longest the main loop went without answering (ms) while the library grid of a
+// watched folder of `files` artifacts scrolls from top to bottom and back, a step a
+// frame; with a picture on every card, or none. One figure per run.
+std::vector<double> libraryScrollStalls(int files, bool withPictures, int runs);
+
 } // namespace kelmo::bench

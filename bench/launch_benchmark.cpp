@@ -122,6 +122,8 @@ enum RowId {
     watchedAdd,
     burstStall,
     burstSettled,
+    scrollPlain,
+    scrollPictures,
     memoryFloor,
     memoryKelmoHtml,
     memoryKelmoJsx,
@@ -162,6 +164,8 @@ std::vector<Row> makeRows() {
     rows[watchedAdd] = limitRow("new file in a watched folder of 10,000", 100);
     rows[burstStall] = limitRow("burst in a folder of 10,000: longest stall", 100);
     rows[burstSettled] = limitRow("burst in a folder of 10,000: right after", 1000);
+    rows[scrollPlain] = limitRow("scroll 2,000 cards: longest stall");
+    rows[scrollPictures] = limitRow("scroll 2,000 cards with pictures: stall");
     rows[memoryFloor] = ratioRow("memory: floor HTML", "MiB");
     rows[memoryKelmoHtml] = ratioRow("memory: Kelmo HTML", "MiB", 1.15);
     rows[memoryKelmoJsx] = ratioRow("memory: Kelmo JSX", "MiB", 1.10);
@@ -524,6 +528,9 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "burst: %s\n", error.what());
         }
     }
+
+    inProcess(scrollPlain, [&] { return libraryScrollStalls(2'000, false, options.runs); });
+    inProcess(scrollPictures, [&] { return libraryScrollStalls(2'000, true, options.runs); });
 
     printTable(rows, shown);
     for (int id = 0; id < rowCount; ++id) {

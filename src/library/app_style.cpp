@@ -1,5 +1,7 @@
 #include "library/app_style.h"
 
+#include "library/accessible_name.h"
+
 #include <array>
 #include <gtkmm/cssprovider.h>
 #include <gtkmm/stylecontext.h>
@@ -53,10 +55,7 @@ void setViewToggleStyle(Gtk::Widget& button, bool isActive) {
 
 void setTooltipAndName(Gtk::Widget& widget, const Glib::ustring& text) {
     widget.set_tooltip_text(text);
-    Glib::Value<Glib::ustring> name;
-    name.init(Glib::Value<Glib::ustring>::value_type());
-    name.set(text);
-    widget.update_property(Gtk::Accessible::Property::LABEL, name);
+    setAccessibleName(widget, text);
 }
 
 } // namespace kelmo

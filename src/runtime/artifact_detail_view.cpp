@@ -1,5 +1,6 @@
 #include "runtime/artifact_detail_view.h"
 
+#include "library/accessible_name.h"
 #include "library/app_style.h"
 #include "library/card_pictures.h"
 #include "library/file_manager.h"
@@ -208,6 +209,8 @@ Gtk::Widget& ArtifactDetailView::viewportPicker() {
             auto& label = *Gtk::make_managed<Gtk::Label>(std::string{rawValue(mode)});
             button.set_child(label);
         }
+        // GTK 4.8 names no button after its label: each is named after its mode.
+        setAccessibleName(button, std::string{rawValue(mode)});
         button.set_action_name("player.viewport");
         button.set_action_target_value(
             Glib::Variant<Glib::ustring>::create(std::string{rawValue(mode)}));
