@@ -115,7 +115,8 @@ TEST(HtmlExportTest, AnExportLooksInChromiumAsTheArtifactDoesInKelmo) {
     TemporaryDirectory folder;
     WebViewFixture host;
     ASSERT_TRUE(host.setViewportWidth(width));
-    for (const auto& source : {examples / "counter.jsx", artifacts / "export-probe.jsx"}) {
+    for (const auto& source :
+         {examples / "counter.jsx", examples / "task-board.tsx", artifacts / "export-probe.jsx"}) {
         const auto name = source.stem().string();
         writeFile(folder / (name + ".html"), exported(source));
         ASSERT_EQ(host.play(source), "rendered") << name;
