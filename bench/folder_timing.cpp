@@ -4,6 +4,8 @@
 #include "child_process.h"
 #include "library/card_pictures.h"
 #include "library/library_view.h"
+#include "runtime/artifact_detail_view.h"
+#include "runtime/artifact_web_view.h"
 #include "store/artifact_store.h"
 #include "temporary_folder.h"
 
@@ -11,6 +13,7 @@
 #include <atomic>
 #include <fcntl.h>
 #include <filesystem>
+#include <glibmm/fileutils.h>
 #include <glibmm/main.h>
 #include <gtkmm/application.h>
 #include <gtkmm/box.h>
@@ -363,6 +366,65 @@ std::vector<double> libraryScrollStalls(int files, bool withPictures, int runs) 
         stalls.push_back(longestStall);
     }
     return stalls;
+}
+
+namespace {
+
+// The text of the page's #text element, read by the page itself.
+std::string pageText(WebKitWebView* view) {
+    std::optional<std::string> answer;
+    webkit_web_view_evaluate_javascript(
+        view, "String(document.getElementById('text')?.textContent)", -1, nullptr, nullptr, nullptr,
+        [](GObject* object, GAsyncResult* result, gpointer data) {
+            g_autoptr(JSCValue) value = webkit_web_view_evaluate_javascript_finish(
+                WEBKIT_WEB_VIEW(object), result, nullptr);
+            g_autofree char* text = value ? jsc_value_to_string(value) : nullptr;
+            *static_cast<std::optional<std::string>*>(data) = text ? text : "";
+        },
+        &answer);
+    auto context = Glib::MainContext::get_default();
+    while (!answer)
+        context->iteration(true);
+    return *answer;
+}
+
+} // namespace
+
+std::vector<double> liveReloadTimes(int saves) {
+    static const auto application =
+        Gtk::Application::create("org.kelmo.Kelmo.Benchmark", Gio::Application::Flags::NON_UNIQUE);
+    gtk_init();
+    TemporaryFolder root;
+    const auto file = root.path() / "live.jsx";
+    const auto source = [](int version) {
+        return "export default () => <p id=\"text\">version " + std::to_string(version) + "</p>;\n";
+    };
+    writeFile(file, source(0));
+    StoreUnderTest underTest{root.path()};
+    Gtk::Window window;
+    window.set_default_size(1100, 700);
+    auto* player = Gtk::make_managed<ArtifactDetailView>(*underTest.store, Artifact::from(file));
+    window.set_child(*player);
+    window.present();
+    const auto waitFor = [&](const std::string& text) {
+        const auto deadline = Clock::now() + std::chrono::seconds{30};
+        while (pageText(player->hostedWebView().webView()) != text)
+            if (Clock::now() > deadline)
+                throw std::runtime_error{"the page did not show \"" + text + "\""};
+    };
+    waitFor("version 0");
+    std::vector<double> times;
+    for (int save = 1; save <= saves; ++save) {
+        const auto start = Clock::now();
+        if (save % 2 == 0)
+            Glib::file_set_contents(file.string(), source(save)); // by rename
+        else
+            writeFile(file, source(save)); // in place
+        waitFor("version " + std::to_string(save));
+        times.push_back(millisecondsSince(start));
+    }
+    window.hide();
+    return times;
 }
 
 } // namespace kelmo::bench

@@ -26,4 +26,9 @@ std::vector<FolderBurstFigures> folderBurstFigures(int files, int runs);
 // frame; with a picture on every card, or none. One figure per run.
 std::vector<double> libraryScrollStalls(int files, bool withPictures, int runs);
 
+// Milliseconds from a JSX file that the player runs being saved (written in place, or
+// renamed over as editors save, in turn) until its page shows the new version: one
+// figure per save.
+std::vector<double> liveReloadTimes(int saves);
+
 } // namespace kelmo::bench

@@ -124,6 +124,7 @@ enum RowId {
     burstSettled,
     scrollPlain,
     scrollPictures,
+    liveReload,
     memoryFloor,
     memoryKelmoHtml,
     memoryKelmoJsx,
@@ -166,6 +167,7 @@ std::vector<Row> makeRows() {
     rows[burstSettled] = limitRow("burst in a folder of 10,000: right after", 1000);
     rows[scrollPlain] = limitRow("scroll 2,000 cards: longest stall");
     rows[scrollPictures] = limitRow("scroll 2,000 cards with pictures: stall");
+    rows[liveReload] = limitRow("save of the running file to its new page", 300);
     rows[memoryFloor] = ratioRow("memory: floor HTML", "MiB");
     rows[memoryKelmoHtml] = ratioRow("memory: Kelmo HTML", "MiB", 1.15);
     rows[memoryKelmoJsx] = ratioRow("memory: Kelmo JSX", "MiB", 1.10);
@@ -531,6 +533,7 @@ int main(int argc, char** argv) {
 
     inProcess(scrollPlain, [&] { return libraryScrollStalls(2'000, false, options.runs); });
     inProcess(scrollPictures, [&] { return libraryScrollStalls(2'000, true, options.runs); });
+    inProcess(liveReload, [&] { return liveReloadTimes(options.runs * 4); });
 
     printTable(rows, shown);
     for (int id = 0; id < rowCount; ++id) {
