@@ -13,6 +13,7 @@
 #include <atomic>
 #include <fcntl.h>
 #include <filesystem>
+#include <functional>
 #include <glibmm/fileutils.h>
 #include <glibmm/main.h>
 #include <gtkmm/application.h>
@@ -66,6 +67,34 @@ struct StoreUnderTest {
     NotificationCenter notifications;
     std::shared_ptr<FixedPanel> panel;
     std::unique_ptr<ArtifactStore> store;
+};
+
+// The longest the main loop goes without answering while it is measured, by a timer that
+// asks every 5 ms (and does `alsoOnEachTick` each time).
+class StallMeter {
+public:
+    explicit StallMeter(std::function<void()> alsoOnEachTick = [] {}) {
+        ticks_ = Glib::signal_timeout().connect(
+            [this, alsoOnEachTick] {
+                const auto now = Clock::now();
+                longest_ = std::max(
+                    longest_,
+                    std::chrono::duration<double, std::milli>(now - lastTick_).count() - tick);
+                lastTick_ = now;
+                alsoOnEachTick();
+                return true;
+            },
+            tick);
+    }
+    ~StallMeter() { stop(); }
+    void stop() { ticks_.disconnect(); }
+    double longest() const { return longest_; }
+
+private:
+    static constexpr int tick = 5;
+    double longest_ = 0;
+    Clock::time_point lastTick_ = Clock::now();
+    sigc::connection ticks_;
 };
 
 double millisecondsSince(Clock::time_point start) {
@@ -219,21 +248,7 @@ std::vector<FolderBurstFigures> folderBurstFigures(int files, int runs) {
             ++libraryVersion;
             checkSettled();
         });
-        double longestStall = 0;
-        constexpr int tickMilliseconds = 5;
-        auto lastTick = Clock::now();
-        auto ticks = Glib::signal_timeout().connect(
-            [&] {
-                const auto now = Clock::now();
-                longestStall =
-                    std::max(longestStall,
-                             std::chrono::duration<double, std::milli>(now - lastTick).count() -
-                                 tickMilliseconds);
-                lastTick = now;
-                checkSettled();
-                return true;
-            },
-            tickMilliseconds);
+        StallMeter stalls{checkSettled};
         auto giveUp = Glib::signal_timeout().connect_seconds(
             [&loop] {
                 loop->quit();
@@ -255,13 +270,13 @@ std::vector<FolderBurstFigures> folderBurstFigures(int files, int runs) {
         loop->run();
         burst.join();
         changed.disconnect();
-        ticks.disconnect();
+        stalls.stop();
         giveUp.disconnect();
         window.hide();
         if (!settledAt)
             throw std::runtime_error{"the library was not right 30 s after the burst"};
         figures.push_back(
-            {longestStall,
+            {stalls.longest(),
              std::chrono::duration<double, std::milli>(*settledAt - lastEvent).count()});
     }
     return figures;
@@ -271,11 +286,12 @@ std::vector<double> libraryScrollStalls(int files, bool withPictures, int runs) 
     static const auto application =
         Gtk::Application::create("org.kelmo.Kelmo.Benchmark", Gio::Application::Flags::NON_UNIQUE);
     gtk_init();
-    // The pictures go to a cache of the benchmark's own, never the user's.
-    static TemporaryFolder cache;
-    g_setenv("XDG_CACHE_HOME", cache.path().c_str(), TRUE);
+    // The pictures go to the benchmark's own cache (launch_benchmark.cpp), never the
+    // user's: they are removed between runs.
     const auto pictures = CardPictures::shared().folder();
-    if (pictures.string().rfind(cache.path().string(), 0) != 0)
+    if (const char* cache = g_getenv("XDG_CACHE_HOME");
+        !cache || pictures.string().rfind(std::string{cache} + "/", 0) != 0 ||
+        std::string{cache}.rfind(std::filesystem::temp_directory_path().string(), 0) != 0)
         throw std::runtime_error{"the pictures' folder is not the benchmark's own"};
     std::vector<double> stalls;
     for (int run = 0; run < runs; ++run) {
@@ -329,20 +345,7 @@ std::vector<double> libraryScrollStalls(int files, bool withPictures, int runs) 
             throw std::runtime_error{"the library has no scrolled window"};
         auto adjustment = scroller->get_vadjustment();
 
-        double longestStall = 0;
-        constexpr int tickMilliseconds = 5;
-        auto lastTick = Clock::now();
-        auto ticks = Glib::signal_timeout().connect(
-            [&] {
-                const auto now = Clock::now();
-                longestStall =
-                    std::max(longestStall,
-                             std::chrono::duration<double, std::milli>(now - lastTick).count() -
-                                 tickMilliseconds);
-                lastTick = now;
-                return true;
-            },
-            tickMilliseconds);
+        StallMeter meter;
         auto loop = Glib::MainLoop::create();
         bool down = true;
         auto steps = Glib::signal_timeout().connect(
@@ -360,10 +363,10 @@ std::vector<double> libraryScrollStalls(int files, bool withPictures, int runs) 
             },
             16);
         loop->run();
-        ticks.disconnect();
+        meter.stop();
         steps.disconnect();
         window.hide();
-        stalls.push_back(longestStall);
+        stalls.push_back(meter.longest());
     }
     return stalls;
 }

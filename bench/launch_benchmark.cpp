@@ -337,6 +337,10 @@ void recordMemory(Row& row, const LaunchResult& result, int run, bool verbose) {
 } // namespace
 
 int main(int argc, char** argv) {
+    // What the cases run in this process keep (the cards' pictures) stays out of the
+    // user's cache; the launched applications have homes of their own.
+    const kelmo::bench::TemporaryFolder cache;
+    g_setenv("XDG_CACHE_HOME", cache.path().c_str(), TRUE);
     const auto parsed = parseOptions(argc, argv);
     if (!parsed) {
         printUsage(stderr);

@@ -100,22 +100,13 @@ void ArtifactCardView::show(const Artifact& artifact) {
 // The picture of the artifact's first screen, once it has run; the type's thumbnail
 // until then. A recycled card may get its answer after it moved on: it is dropped.
 void ArtifactCardView::showPicture() {
-    thumbnailArea_.setPicture({});
-    symbol_.set_visible(true);
-    if (!pictureKept_.connected())
-        pictureKept_ = CardPictures::shared().signalKept().connect([this](const std::string& path) {
-            if (artifact_ && artifact_->path() == path)
-                showPicture();
+    CardPictures::shared().showIn(
+        *this, pictureKept_,
+        [this] { return artifact_ ? std::optional{artifact_->path()} : std::nullopt; },
+        [this](CardPictures::Picture picture) {
+            thumbnailArea_.setPicture(picture);
+            symbol_.set_visible(!picture);
         });
-    CardPictures::shared().find(
-        artifact_->path(), sigc::track_object(
-                               [this, path = artifact_->path()](CardPictures::Picture picture) {
-                                   if (!artifact_ || artifact_->path() != path || !picture)
-                                       return;
-                                   thumbnailArea_.setPicture(picture);
-                                   symbol_.set_visible(false);
-                               },
-                               *this));
 }
 
 void ArtifactCardView::clear() {

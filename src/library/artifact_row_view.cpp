@@ -59,22 +59,13 @@ ArtifactRowView::~ArtifactRowView() {
 
 // As on the card: the picture once there is one, for the row's artifact only.
 void ArtifactRowView::showPicture() {
-    pictureSurface_.reset();
-    picture_.queue_draw();
-    if (!pictureKept_.connected())
-        pictureKept_ = CardPictures::shared().signalKept().connect([this](const std::string& path) {
-            if (artifact_ && artifact_->path() == path)
-                showPicture();
+    CardPictures::shared().showIn(
+        *this, pictureKept_,
+        [this] { return artifact_ ? std::optional{artifact_->path()} : std::nullopt; },
+        [this](CardPictures::Picture picture) {
+            pictureSurface_ = picture;
+            picture_.queue_draw();
         });
-    CardPictures::shared().find(
-        artifact_->path(), sigc::track_object(
-                               [this, path = artifact_->path()](CardPictures::Picture picture) {
-                                   if (!artifact_ || artifact_->path() != path || !picture)
-                                       return;
-                                   pictureSurface_ = picture;
-                                   picture_.queue_draw();
-                               },
-                               *this));
 }
 
 void ArtifactRowView::show(const Artifact& artifact) {

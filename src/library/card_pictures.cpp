@@ -120,6 +120,28 @@ void CardPictures::find(const std::string& artifactPath, std::function<void(Pict
     });
 }
 
+void CardPictures::showIn(sigc::trackable& view, sigc::connection& kept,
+                          std::function<std::optional<std::string>()> shownPath,
+                          std::function<void(Picture)> show) {
+    show({});
+    const auto path = shownPath();
+    if (!path)
+        return;
+    if (!kept.connected())
+        kept = signalKept().connect(sigc::track_object(
+            [this, &view, &kept, shownPath, show](const std::string& changed) {
+                if (shownPath() == changed)
+                    showIn(view, kept, shownPath, show);
+            },
+            view));
+    find(*path, sigc::track_object(
+                    [shownPath, show, path = *path](Picture picture) {
+                        if (picture && shownPath() == path)
+                            show(picture);
+                    },
+                    view));
+}
+
 void CardPictures::keep(const std::string& artifactPath,
                         const Glib::RefPtr<Gdk::Texture>& picture) {
     if (!picture || picture->get_width() <= 0 || picture->get_height() <= 0)

@@ -9,7 +9,10 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <sigc++/connection.h>
 #include <sigc++/signal.h>
+#include <sigc++/trackable.h>
 #include <string>
 #include <thread>
 
@@ -41,6 +44,14 @@ public:
     // The artifact's picture for its file as it is now; `done` gets nothing when there
     // is none. A picture asked for before answers at once while its file is unchanged.
     void find(const std::string& artifactPath, std::function<void(Picture)> done);
+
+    // Shows the picture of the artifact a recycled card or row shows now (`shownPath`):
+    // `show` gets nothing at once, then the picture if there is one, and again whenever
+    // one is kept for that artifact. Answers for an artifact the view no longer shows,
+    // or after the view is gone, are dropped. `kept` holds the view's subscription.
+    void showIn(sigc::trackable& view, sigc::connection& kept,
+                std::function<std::optional<std::string>()> shownPath,
+                std::function<void(Picture)> show);
 
     // Keeps the picture for the file as it is now, and tells who watches.
     void keep(const std::string& artifactPath, const Glib::RefPtr<Gdk::Texture>& picture);
