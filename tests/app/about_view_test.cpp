@@ -27,9 +27,6 @@ TEST_F(AboutViewTest, ShowsTheProductAndTheMakerWithContactLinksInAWindowOfFixed
 }
 
 TEST_F(AboutViewTest, ContactLinksOpenValidAddressesOnly) {
-    EXPECT_EQ(mailtoURL("ada@lab.example"), "mailto:ada@lab.example");
-    EXPECT_EQ(websiteURL("lab.example"), "https://lab.example");
-
     std::vector<std::string> opened;
     const auto record = [&opened](const std::string& uri) { opened.push_back(uri); };
     auto* box = Gtk::make_managed<Gtk::Box>();

@@ -1,16 +1,12 @@
 #!/usr/bin/env python3
-"""Kelmo as assistive technologies find it: starts the built application on a home of
-its own with two artifacts in Downloads, reads its window through AT-SPI and checks
-that every button has a name, that the search field is there by name, and that the
-library's cards read as name, type and age.
+"""Kelmo as assistive technologies find it, through AT-SPI: every button has a name, the
+search field is there by name, and the library's cards read as name, type and age.
 
-Usage: accessibility_test.py <kelmo executable>. Needs a display and a session bus
-(run it under xvfb-run and dbus-run-session, as the other display tests).
+Usage: accessibility_test.py <kelmo executable>, under xvfb-run and dbus-run-session.
 
-Kelmo gets a session bus and an accessibility bus of its own: on the shared session
-bus a Kelmo started by another test would hand its files to this one and quit, and
-without a runtime directory the accessibility bus launchers of all sessions on the
-machine listen at one path, so a session that ends takes the others' bus with it.
+Kelmo gets session and accessibility buses of its own: on a shared session bus a Kelmo
+started by another test would take its files and quit, and shared accessibility bus
+launchers listen at one path, so a session that ends takes the others' bus with it.
 """
 
 import ctypes
@@ -47,9 +43,8 @@ def wait_for(what, condition):
 
 
 def nodes(root):
-    """(node, role, name) for every accessible below the root, the root included. Views
-    come and go while the tree is read (the player gives way to the library), so an
-    accessible that is gone by the time it is asked is skipped."""
+    """(node, role, name) for the root and every accessible below it, skipping those gone
+    by the time they are asked (views come and go while the tree is read)."""
     pending = [root]
     while pending:
         node = pending.pop()
@@ -80,10 +75,8 @@ def named(root, roles, pattern):
 
 
 def end_with_this_test():
-    """Run in a child before it starts: the child is stopped when this test ends, even
-    when the test itself is stopped on a timeout."""
-    pr_set_pdeathsig = 1
-    ctypes.CDLL(None).prctl(pr_set_pdeathsig, signal.SIGTERM)
+    """Stops a child when this test ends, even on a timeout."""
+    ctypes.CDLL(None).prctl(1, signal.SIGTERM)  # PR_SET_PDEATHSIG
 
 
 def start_bus(address, *options):
@@ -96,8 +89,6 @@ def start_bus(address, *options):
 
 
 def start_accessibility_bus(directory):
-    """The registry starts on it when first asked for."""
-    # Kelmo, this process and the registry the bus starts all find it here.
     os.environ["AT_SPI_BUS_ADDRESS"] = "unix:path=" + os.path.join(directory, "a11y-bus")
     return start_bus(os.environ["AT_SPI_BUS_ADDRESS"],
                      "--config-file=/usr/share/defaults/at-spi2/accessibility.conf")
@@ -115,8 +106,8 @@ def stop_registry():
                               GLib.Variant("(s)", ("org.a11y.atspi.Registry",)),
                               GLib.VariantType("(u)"), Gio.DBusCallFlags.NONE, 5000, None)
         os.kill(reply.unpack()[0], signal.SIGTERM)
-    except GLib.Error:
-        pass  # it never started
+    except GLib.Error:  # it never started
+        pass
 
 
 def stop(process):
@@ -148,7 +139,6 @@ def start_kelmo(executable, home, session_bus):
                        XDG_CACHE_HOME=os.path.join(home, ".cache"),
                        DBUS_SESSION_BUS_ADDRESS=session_bus, GSETTINGS_BACKEND="memory",
                        WEBKIT_DISABLE_DMABUF_RENDERER="1")
-    # GTK speaks to assistive technologies unless told not to.
     environment.pop("GTK_A11Y", None)
     return subprocess.Popen([executable], env=environment, preexec_fn=end_with_this_test)
 
@@ -188,7 +178,6 @@ def check(executable):
 if __name__ == "__main__":
     if len(sys.argv) != 2:
         sys.exit(__doc__)
-    # A call that never answers shows where it hangs, rather than a bare timeout.
     faulthandler.dump_traceback_later(2 * TIMEOUT, exit=True)
     check(sys.argv[1])
     print("ok")

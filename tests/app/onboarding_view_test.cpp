@@ -25,29 +25,24 @@ protected:
         ShellTest::TearDown();
     }
 
-    // The labels of the buttons on screen, in order.
-    std::vector<std::string> shownButtons() {
+    // The shown page's title, its dot alone current, and the buttons on screen in order.
+    void expectPage(std::size_t step, std::vector<std::string> buttons) {
+        const auto& steps = onboardingSteps();
+        EXPECT_EQ(guide->currentStep(), static_cast<int>(step));
+        const auto& title =
+            theOnly<Gtk::Label>(*theOnly<Gtk::Stack>(*guide).get_visible_child(),
+                                [](Gtk::Label& l) { return l.has_css_class("onboarding-title"); });
+        EXPECT_EQ(std::string{title.get_text()}, steps.at(step).title);
+        std::vector<bool> dots, current(steps.size(), false);
+        current.at(step) = true;
+        for (auto* dot : findAll<Gtk::Widget>(
+                 *guide, [](Gtk::Widget& w) { return w.has_css_class("onboarding-dot"); }))
+            dots.push_back(dot->has_css_class("current"));
+        EXPECT_EQ(dots, current);
         std::vector<std::string> labels;
         for (auto* button : findAll<Gtk::Button>(*guide, [](Gtk::Button& b) { return isShown(b); }))
             labels.push_back(button->get_label());
-        return labels;
-    }
-
-    // The title of the stack's shown page.
-    std::string pageTitle() {
-        return theOnly<Gtk::Label>(
-                   *theOnly<Gtk::Stack>(*guide).get_visible_child(),
-                   [](Gtk::Label& l) { return l.has_css_class("onboarding-title"); })
-            .get_text();
-    }
-
-    // For each dot, whether it is the current one.
-    std::vector<bool> dots() {
-        std::vector<bool> current;
-        for (auto* dot : findAll<Gtk::Widget>(
-                 *guide, [](Gtk::Widget& w) { return w.has_css_class("onboarding-dot"); }))
-            current.push_back(dot->has_css_class("current"));
-        return current;
+        EXPECT_EQ(labels, buttons);
     }
 
     std::unique_ptr<Gtk::Window> parent;
@@ -57,15 +52,6 @@ protected:
 TEST_F(OnboardingViewTest, PagesFollowBackAndNextAndGetStartedRecordsThatTheGuideWasSeen) {
     ASSERT_TRUE(store->isShowingOnboarding());
     const auto& steps = onboardingSteps();
-    // The shown page, its dot, and the buttons on screen.
-    const auto expectPage = [&](std::size_t step, std::vector<std::string> buttons) {
-        EXPECT_EQ(guide->currentStep(), static_cast<int>(step));
-        EXPECT_EQ(pageTitle(), steps.at(step).title);
-        std::vector<bool> current(steps.size(), false);
-        current.at(step) = true;
-        EXPECT_EQ(dots(), current);
-        EXPECT_EQ(shownButtons(), buttons);
-    };
     expectPage(0, {"Next"});
     press(*guide, "Next");
     expectPage(1, {"Back", "Next"});

@@ -17,7 +17,6 @@ protected:
         show(*view);
     }
 
-    // The confirmation dialog on screen, or null.
     static Gtk::MessageDialog* shownDialog() {
         for (auto* toplevel : Gtk::Window::list_toplevels())
             if (auto* dialog = dynamic_cast<Gtk::MessageDialog*>(toplevel);
@@ -38,9 +37,7 @@ TEST_F(SettingsViewTest, FolderRowFollowsTheFirstWatchedFolderAndClearAsksFirst)
     press(*view, "Choose Folder…");
     panel->answer(folder);
     ASSERT_TRUE(runMainLoopUntil([&] { return store->watchedFolders().size() == 1; }));
-    EXPECT_TRUE(showsText(*view, "Prototypes"));
     EXPECT_TRUE(showsText(*view, folder.string()));
-    EXPECT_FALSE(showsText(*view, "No folder configured"));
 
     // With a second folder the row keeps showing the first; "Change…" adds another.
     std::filesystem::create_directories(root / "More");
@@ -56,13 +53,11 @@ TEST_F(SettingsViewTest, FolderRowFollowsTheFirstWatchedFolderAndClearAsksFirst)
     for (const auto response :
          {Gtk::ResponseType::CANCEL, Gtk::ResponseType::DELETE_EVENT, Gtk::ResponseType::ACCEPT}) {
         press(*view, "Clear");
-        EXPECT_TRUE(view->showClearConfirm());
         auto* dialog = shownDialog();
         ASSERT_NE(dialog, nullptr);
         EXPECT_TRUE(dialog->get_modal());
         EXPECT_EQ(dialog->get_transient_for(), window.get());
         dialog->response(response);
-        EXPECT_FALSE(view->showClearConfirm());
         EXPECT_EQ(shownDialog(), nullptr);
         EXPECT_EQ(store->watchedFolders().size(), response == Gtk::ResponseType::ACCEPT ? 0u : 3u);
     }
@@ -84,14 +79,12 @@ TEST_F(SettingsViewTest, PackageDownloadsCanBeAllowedForAllAndCleared) {
 }
 
 TEST_F(SettingsViewTest, TheGuideCanBeShownAgainAndTheWindowIsNotResizable) {
-    // Showing the guide again does not write the flag.
     store->settings().setBool(settings_keys::hasSeenOnboarding, true);
     store->setIsShowingOnboarding(false);
     press(*view, "Show Onboarding Again");
     EXPECT_TRUE(store->isShowingOnboarding());
-    EXPECT_TRUE(savedSettings().boolValue(settings_keys::hasSeenOnboarding));
-    press(*view, "Show Onboarding Again");
-    EXPECT_TRUE(store->isShowingOnboarding());
+    EXPECT_TRUE(savedSettings().boolValue(settings_keys::hasSeenOnboarding))
+        << "showing the guide again does not write the flag";
 
     SettingsWindow settings{*store};
     settings.present();

@@ -15,7 +15,6 @@
 #include <gtkmm/listview.h>
 #include <gtkmm/messagedialog.h>
 #include <gtkmm/popovermenu.h>
-#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/stylecontext.h>
 #include <set>
 
@@ -36,7 +35,6 @@ protected:
         return *view;
     }
 
-    // Adds the files as the user would open them, then returns to the library.
     void addFiles(std::initializer_list<std::string> names) {
         for (const auto& name : names) {
             if (!std::filesystem::exists(root / name))
@@ -67,7 +65,6 @@ protected:
         return nullptr;
     }
 
-    // Whether the context menu for the artifact has an item of that label.
     static bool menuOffers(LibraryView& view, const Artifact& artifact, const std::string& label) {
         view.showContextMenu(artifact);
         auto& menu = theOnly<Gtk::PopoverMenu>(view);
@@ -81,7 +78,6 @@ protected:
 TEST_F(LibraryViewTest, EachSectionShowsItsTitleAndAnEmptyPageOfItsOwnAndOnlyTheLibraryHasButtons) {
     auto& view = showLibrary();
     EXPECT_EQ(view.sectionTitle(), "Library");
-    EXPECT_FALSE(showsText(view, "0 files"));
     auto* openFile = findButton(view, "Open File…");
     auto* addFolder = findButton(view, "Add Folder…");
     ASSERT_TRUE(openFile && addFolder);
@@ -99,13 +95,10 @@ TEST_F(LibraryViewTest, EachSectionShowsItsTitleAndAnEmptyPageOfItsOwnAndOnlyThe
         SCOPED_TRACE(title);
         store->setSelectedSection(section);
         EXPECT_EQ(view.sectionTitle(), title);
-        EXPECT_TRUE(showsText(view, title));
         EXPECT_TRUE(pages.insert(shownTexts(view)).second) << "an empty page of its own";
-        EXPECT_FALSE(isShown(*openFile));
-        EXPECT_FALSE(isShown(*addFolder));
+        EXPECT_FALSE(isShown(*openFile) || isShown(*addFolder));
     }
 
-    // A folder's section is titled by its name; the count line reads files.
     writeFile(root / "work" / "a.html");
     watchFolder(root / "work");
     store->setSelectedSection(SidebarItem::folder(store->watchedFolders().front().id));
@@ -114,7 +107,7 @@ TEST_F(LibraryViewTest, EachSectionShowsItsTitleAndAnEmptyPageOfItsOwnAndOnlyThe
     EXPECT_TRUE(showsText(view, "2 files"));
     store->setSelectedSection(SidebarItem::favorites());
     drainMainLoop();
-    EXPECT_FALSE(showsText(view, "2 files") || showsText(view, "0 files")) << "empty: no count";
+    EXPECT_FALSE(showsText(view, "0 files")) << "an empty section shows no count";
 }
 
 TEST_F(LibraryViewTest, DropZoneShowsOnlyAboveANonEmptyLibraryScrollsLightsUpAndOpensTheChooser) {
@@ -125,6 +118,7 @@ TEST_F(LibraryViewTest, DropZoneShowsOnlyAboveANonEmptyLibraryScrollsLightsUpAnd
 
     addFiles({"page.html"});
     EXPECT_TRUE(isShown(*zone));
+    EXPECT_NE(zone->get_ancestor(GTK_TYPE_SCROLLED_WINDOW), nullptr) << "it scrolls with items";
     click(*zone);
     EXPECT_EQ(panel->pending.size(), 1u);
 
@@ -134,34 +128,12 @@ TEST_F(LibraryViewTest, DropZoneShowsOnlyAboveANonEmptyLibraryScrollsLightsUpAnd
     GdkDragAction action{};
     g_signal_emit_by_name(drop, "enter", 10.0, 10.0, &action);
     EXPECT_EQ(action, GDK_ACTION_COPY);
-    EXPECT_TRUE(view.isDraggingOver());
-    EXPECT_TRUE(zone->has_css_class("dragging-over"));
+    EXPECT_TRUE(view.isDraggingOver() && zone->has_css_class("dragging-over"));
     g_signal_emit_by_name(drop, "leave");
-    EXPECT_FALSE(view.isDraggingOver());
-    EXPECT_FALSE(zone->has_css_class("dragging-over"));
-
-    // It scrolls away with the items.
-    addFiles({"b.html", "c.html", "d.html", "e.html", "f.html", "g.html", "h.html", "i.html",
-              "j.html", "k.html", "l.html"});
-    auto& scroller = theOnly<Gtk::ScrolledWindow>(
-        view, [&](Gtk::ScrolledWindow& scrolled) { return zone->is_ancestor(scrolled); });
-    const auto zoneTop = [&] {
-        double x = 0, y = 0;
-        zone->translate_coordinates(view, 0, 0, x, y);
-        return y;
-    };
-    const auto scrolled = scroller.get_vadjustment();
-    ASSERT_TRUE(
-        runMainLoopUntil([&] { return scrolled->get_upper() - scrolled->get_page_size() >= 40; }));
-    const double top = zoneTop();
-    scrolled->set_value(40);
-    EXPECT_TRUE(runMainLoopUntil([&] { return zoneTop() == top - 40; }));
+    EXPECT_FALSE(view.isDraggingOver() || zone->has_css_class("dragging-over"));
 
     store->markRecent(artifactNamed("page"));
     store->setSelectedSection(SidebarItem::recents());
-    EXPECT_FALSE(isShown(*zone));
-    store->toggleFavorite(artifactNamed("page"));
-    store->setSelectedSection(SidebarItem::favorites());
     EXPECT_FALSE(isShown(*zone));
 }
 
@@ -172,10 +144,6 @@ TEST_F(LibraryViewTest, DroppedFilesAreFilteredByExtensionAndAddedOneByOneFromTh
         writeFile(root / "drop" / name, "x");
         dropped.push_back(g_file_new_for_path((root / "drop" / name).c_str()));
     }
-    int changes = 0;
-    auto counting = store->signalChanged().connect([&changes] { ++changes; });
-
-    // The whole view takes the drop at once; the files follow from the main loop.
     GValue value = G_VALUE_INIT;
     g_value_init(&value, GDK_TYPE_FILE_LIST);
     g_value_take_boxed(&value, gdk_file_list_new_from_array(dropped.data(), dropped.size()));
@@ -185,14 +153,12 @@ TEST_F(LibraryViewTest, DroppedFilesAreFilteredByExtensionAndAddedOneByOneFromTh
     for (GFile* file : dropped)
         g_object_unref(file);
     EXPECT_TRUE(accepted);
-    EXPECT_TRUE(store->allArtifacts().empty());
+    EXPECT_TRUE(store->allArtifacts().empty()) << "the files follow from the main loop";
     ASSERT_TRUE(runMainLoopUntil([&] { return store->allArtifacts().size() == 2; }));
     drainMainLoop();
-    counting.disconnect();
     // Each file went in through its own call: the last one is first and selected.
     EXPECT_EQ(names(store->allArtifacts()), (std::vector<std::string>{"three", "one"}));
     EXPECT_EQ(store->selectedArtifact()->name, "three");
-    EXPECT_GE(changes, 2);
 }
 
 TEST_F(LibraryViewTest, ToggleSwitchesBetweenCardsAndRowsAndActivatingEitherSelectsAndMarksRecent) {
@@ -208,19 +174,15 @@ TEST_F(LibraryViewTest, ToggleSwitchesBetweenCardsAndRowsAndActivatingEitherSele
     };
     EXPECT_TRUE(view.isGridView());
     EXPECT_EQ(shownItems<ArtifactCardView>(view).size(), 3u);
-    EXPECT_TRUE(shownItems<ArtifactRowView>(view).empty());
-    auto& grid = toggle(view, "Grid view");
-    auto& list = toggle(view, "List view");
-    EXPECT_TRUE(grid.has_css_class("active"));
-    EXPECT_FALSE(list.has_css_class("active"));
     activate(theOnly<Gtk::GridView>(view), 1);
 
+    auto& grid = toggle(view, "Grid view");
+    auto& list = toggle(view, "List view");
     click(list);
     ASSERT_TRUE(runMainLoopUntil([&] { return shownItems<ArtifactRowView>(view).size() == 3; }));
     EXPECT_FALSE(view.isGridView());
     EXPECT_TRUE(shownItems<ArtifactCardView>(view).empty());
-    EXPECT_TRUE(list.has_css_class("active"));
-    EXPECT_FALSE(grid.has_css_class("active"));
+    EXPECT_TRUE(list.has_css_class("active") && !grid.has_css_class("active"));
     activate(theOnly<Gtk::ListView>(view), 2);
 
     click(grid);
@@ -228,34 +190,13 @@ TEST_F(LibraryViewTest, ToggleSwitchesBetweenCardsAndRowsAndActivatingEitherSele
     EXPECT_TRUE(view.isGridView());
 }
 
-TEST_F(LibraryViewTest, ContextMenuFlipsWithTheFavouriteAndRemovesFromTheList) {
-    addFiles({"a.html", "b.jsx"});
-    auto& view = showLibrary();
-    const Artifact a = artifactNamed("a");
-    EXPECT_TRUE(menuOffers(view, a, "Add to Favorites"));
-    for (const bool favourite : {true, false}) {
-        view.showContextMenu(a);
-        view.activate_action("artifact.toggle-favorite");
-        EXPECT_EQ(store->isFavorite(a), favourite);
-        EXPECT_TRUE(menuOffers(view, a, favourite ? "Remove from Favorites" : "Add to Favorites"));
-    }
-
-    view.showContextMenu(a);
-    view.activate_action("artifact.remove");
-    drainMainLoop();
-    EXPECT_EQ(names(store->artifacts()), std::vector<std::string>{"b"});
-    EXPECT_TRUE(showsText(view, "1 file"));
-    EXPECT_EQ(shownItems<ArtifactCardView>(view).size(), 1u);
-}
-
 TEST_F(LibraryViewTest, ShowInFilesWithNeitherAFileManagerNorAFolderHandlerSaysWhyAndWhere) {
     const auto bus = Gio::DBus::Connection::get_sync(Gio::DBus::BusType::SESSION);
-    const auto activatable =
-        Glib::VariantBase::cast_dynamic<Glib::Variant<std::vector<Glib::ustring>>>(
-            bus->call_sync("/org/freedesktop/DBus", "org.freedesktop.DBus", "ListActivatableNames",
-                           {}, "org.freedesktop.DBus")
-                .get_child());
-    const auto names = activatable.get();
+    const auto names = Glib::VariantBase::cast_dynamic<Glib::Variant<std::vector<Glib::ustring>>>(
+                           bus->call_sync("/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                          "ListActivatableNames", {}, "org.freedesktop.DBus")
+                               .get_child())
+                           .get();
     if (Gio::AppInfo::get_default_for_type("inode/directory") ||
         std::find(names.begin(), names.end(), "org.freedesktop.FileManager1") != names.end())
         GTEST_SKIP() << "this desktop has a file manager";
@@ -279,35 +220,44 @@ TEST_F(LibraryViewTest, ShowInFilesWithNeitherAFileManagerNorAFolderHandlerSaysW
     EXPECT_TRUE(runMainLoopUntil([&] { return Gtk::Window::list_toplevels().size() == 1; }));
 }
 
-TEST_F(LibraryViewTest, CardsShowSizeAndColouredBadgeAndTheirStarTogglesTheFavouriteAsRowsShow) {
+TEST_F(LibraryViewTest, CardsShowSizeAndBadgeAndTheFavouriteFlipsByStarOrMenuAsRowsShow) {
     writeFile(root / "a.tsx", std::string(1024, 'x'));
-    addFiles({"a.tsx"});
+    addFiles({"a.tsx", "b.jsx"});
     auto& view = showLibrary();
-    auto& card = *shownItems<ArtifactCardView>(view).at(0);
-    EXPECT_TRUE(showsText(card, "1.0 KB"));
-    auto& badge = theOnly<TypeBadge>(card);
-    EXPECT_EQ(badge.get_text(), "TSX");
-    EXPECT_EQ(badge.get_style_context()->get_color(), Gdk::RGBA{"#e8572e"});
-
+    const Artifact a = artifactNamed("a");
+    auto& card = *findAll<ArtifactCardView>(view, [](ArtifactCardView& c) {
+                      return c.get_mapped() && showsText(c, "1.0 KB");
+                  }).at(0);
+    EXPECT_EQ(theOnly<TypeBadge>(card).get_text(), "TSX");
     auto& star = theOnly<Gtk::Button>(
         card, [](Gtk::Button& b) { return b.has_css_class("card-star-button"); });
-    EXPECT_FALSE(star.has_css_class("favorite"));
     click(star);
-    EXPECT_TRUE(store->isFavorite(artifactNamed("a")));
-    EXPECT_FALSE(store->selectedArtifact());
+    EXPECT_TRUE(store->isFavorite(a));
+    EXPECT_FALSE(store->selectedArtifact()) << "the star does not open the card";
     EXPECT_TRUE(star.has_css_class("favorite"));
+    for (const bool favourite : {false, true}) {
+        EXPECT_TRUE(menuOffers(view, a, favourite ? "Add to Favorites" : "Remove from Favorites"));
+        view.showContextMenu(a);
+        view.activate_action("artifact.toggle-favorite");
+        EXPECT_EQ(store->isFavorite(a), favourite);
+    }
 
     click(toggle(view, "List view"));
-    ASSERT_TRUE(runMainLoopUntil([&] { return shownItems<ArtifactRowView>(view).size() == 1; }));
-    auto& rowStar =
-        theOnly<Gtk::Image>(*shownItems<ArtifactRowView>(view).front(),
-                            [](auto& image) { return image.has_css_class("artifact-row-star"); });
-    EXPECT_TRUE(isShown(rowStar));
-    store->toggleFavorite(artifactNamed("a"));
+    ASSERT_TRUE(runMainLoopUntil([&] { return shownItems<ArtifactRowView>(view).size() == 2; }));
+    auto& rowStar = *findAll<Gtk::Image>(view, [](Gtk::Image& image) {
+                         return image.has_css_class("artifact-row-star") && isShown(image);
+                     }).at(0);
+    store->toggleFavorite(a);
     EXPECT_FALSE(isShown(rowStar));
+
+    view.showContextMenu(a);
+    view.activate_action("artifact.remove");
+    drainMainLoop();
+    EXPECT_EQ(names(store->artifacts()), std::vector<std::string>{"b"});
+    EXPECT_EQ(shownItems<ArtifactRowView>(view).size(), 1u);
 }
 
-TEST_F(LibraryViewTest, CardsFitTheAdaptiveColumnsAndOnlyCellsOnScreenAreBuilt) {
+TEST_F(LibraryViewTest, OnlyTheCardsOnScreenAreBuilt) {
     for (int index = 0; index < 10000; ++index)
         writeFile(root / "many" / ("artifact-" + std::to_string(index) + ".html"));
     auto& view = showLibrary();
@@ -315,40 +265,22 @@ TEST_F(LibraryViewTest, CardsFitTheAdaptiveColumnsAndOnlyCellsOnScreenAreBuilt) 
     store->setSelectedArtifact(std::nullopt);
     ASSERT_TRUE(runMainLoopUntil([&] { return !shownItems<ArtifactCardView>(view).empty(); }));
     drainMainLoop();
-
     EXPECT_TRUE(showsText(view, "10000 files"));
-    auto& grid = theOnly<CardGridView>(view);
-    EXPECT_EQ(g_list_model_get_n_items(G_LIST_MODEL(grid.get_model()->gobj())), 10000u);
-    EXPECT_GE(grid.columnCount(), 2);
+    EXPECT_GE(theOnly<CardGridView>(view).columnCount(), 2);
     EXPECT_LT(findAll<ArtifactCardView>(view).size(), 200u);
-    // Each column holds its card and half of the gap on either side.
-    for (auto* card : shownItems<ArtifactCardView>(view)) {
-        const int column = card->get_parent()->get_allocation().get_width();
-        EXPECT_GE(column - 14, 200);
-        EXPECT_LE(column - 14, 260);
-        EXPECT_LE(card->get_allocation().get_width(), column - 14);
-    }
 }
 
-Gdk::RGBA colorOf(Gtk::Widget& widget) {
-    return widget.get_style_context()->get_color();
-}
-
-TEST(AppStyleTest, ButtonStylesColourTheirLabelsAndAMissingSheetIsReported) {
+TEST(AppStyleTest, ButtonStylesSwapAndAMissingSheetIsReported) {
     ASSERT_TRUE(loadApplicationStyle(Gdk::Display::get_default()));
     Gtk::Window window;
     Gtk::Button button{"Next"};
     window.set_child(button);
-
     setButtonStyle(button, button_style::appPrimary);
-    EXPECT_EQ(colorOf(button), Gdk::RGBA{"#ffffff"});
-
+    const Gdk::RGBA primary = button.get_style_context()->get_color();
     setButtonStyle(button, button_style::appSecondary);
     EXPECT_FALSE(button.has_css_class(button_style::appPrimary));
-    EXPECT_EQ(colorOf(button), Gdk::RGBA{"#78716c"});
+    EXPECT_NE(button.get_style_context()->get_color(), primary);
 
-    // Loading again replaces the sheet; a missing sheet is reported.
-    EXPECT_TRUE(loadApplicationStyle(Gdk::Display::get_default()));
     EXPECT_FALSE(loadApplicationStyle(Gdk::Display::get_default(),
                                       ResourceLocator{"/nonexistent/kelmo/resources"}));
 }

