@@ -48,8 +48,7 @@ TEST(ArtifactCompilerTest, TypeScriptIsStrippedAndTheModuleShapeFollowsTheSource
     EXPECT_THAT(module.code, AllOf(Not(HasSubstr("interface")), Not(HasSubstr("satisfies")),
                                    Not(HasSubstr("<T>")), Not(HasSubstr("<h2>")),
                                    HasSubstr("?.") /* nothing modern is lowered */));
-    // Type-only imports are gone; the JSX runtime, the stylesheet and a re-export's source
-    // are imports like any other; text that looks like a call is not one.
+    // Type-only imports are gone; text that looks like a call is not an import.
     EXPECT_THAT(module.imports,
                 ::testing::UnorderedElementsAre("react/jsx-runtime", "react", "lucide-react", "d3",
                                                 "./styles.css", "@/lib/utils"));
@@ -88,8 +87,7 @@ TEST(ArtifactCompilerTest, ASyntaxErrorNamesItsLineAndItsColumnInCharacters) {
     const auto outcome = esbuild.compileNow(source);
     const auto* failure = std::get_if<CompileFailure>(&outcome);
     ASSERT_NE(failure, nullptr);
-    EXPECT_FALSE(failure->message.empty());
-    EXPECT_THAT(failure->message, Not(HasSubstr("[ERROR]")));
+    EXPECT_THAT(failure->message, AllOf(Not(::testing::IsEmpty()), Not(HasSubstr("[ERROR]"))));
     EXPECT_EQ(failure->line, 3);
     // esbuild counts the bytes of "ü" and "ï" twice; the page counts characters.
     const auto byteColumn = std::string_view{"  return <p title=\"ünïcode\">{greeting</p>;"}.size();
@@ -103,19 +101,18 @@ TEST(ArtifactCompilerTest, ASyntaxErrorNamesItsLineAndItsColumnInCharacters) {
 TEST(ArtifactCompilerTest, ACompilerThatIsMissingOrFailsWithoutAnErrorIsUnavailable) {
     TemporaryDirectory folder;
     EXPECT_FALSE(ArtifactCompiler{std::nullopt}.isAvailable());
-    EXPECT_EQ(ArtifactCompiler{std::nullopt}.compileNow("x"),
-              CompileOutcome{CompilerUnavailable{}});
-    EXPECT_EQ(ArtifactCompiler{folder / "esbuild"}.compileNow("x"),
-              CompileOutcome{CompilerUnavailable{}});
     const auto crashing = folder / "crashing";
     writeFile(crashing, "#!/bin/sh\nkill -SEGV $$\n");
     std::filesystem::permissions(crashing, std::filesystem::perms::owner_all);
-    EXPECT_EQ(ArtifactCompiler{crashing}.compileNow("x"), CompileOutcome{CompilerUnavailable{}});
-    EXPECT_EQ(ArtifactCompiler{"/bin/false"}.compileNow("x"),
-              CompileOutcome{CompilerUnavailable{}});
     // One that is gone before it has read a large source breaks no pipe of ours.
     const std::string large(4 << 20, 'x');
-    EXPECT_EQ(ArtifactCompiler{crashing}.compileNow(large), CompileOutcome{CompilerUnavailable{}});
+    const std::pair<std::optional<std::filesystem::path>, std::string> cases[] = {
+        {std::nullopt, "x"}, {folder / "esbuild", "x"}, {crashing, "x"},
+        {"/bin/false", "x"}, {crashing, large},
+    };
+    for (const auto& [path, source] : cases)
+        EXPECT_EQ(ArtifactCompiler{path}.compileNow(source), CompileOutcome{CompilerUnavailable{}})
+            << path.value_or("none") << " " << source.size();
     bool answered = false;
     auto job = ArtifactCompiler{"/bin/false"}.compile(large, [&](CompileOutcome outcome) {
         answered = std::holds_alternative<CompilerUnavailable>(outcome);
@@ -131,9 +128,6 @@ TEST(ArtifactCompilerTest, CompilesAnswerFromTheMainLoopAndACancelledOneNeverAns
     });
     EXPECT_TRUE(answers.empty());
     ASSERT_TRUE(testing::runMainLoopUntil([&] { return !answers.empty(); }));
-    const auto* module = std::get_if<CompiledModule>(&answers.front());
-    ASSERT_NE(module, nullptr);
-    EXPECT_THAT(module->imports, ElementsAre("react/jsx-runtime"));
     EXPECT_THAT(pageJsonOf(answers.front()),
                 ::testing::Optional(AllOf(HasSubstr(R"("imports":["react\/jsx-runtime"])"),
                                           HasSubstr(R"("exports":["default"])"))));

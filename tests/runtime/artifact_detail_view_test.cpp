@@ -2,17 +2,15 @@
 #include "library/app_style.h"
 #include "library/artifact_card_view.h"
 #include "library/artifact_row_view.h"
-#include "library/card_pictures.h"
 #include "library/symbols.h"
 #include "runtime/artifact_detail_view.h"
 #include "web_view_fixture.h"
 
 #include <csignal>
-#include <fstream>
+#include <cstdlib>
 #include <glibmm/fileutils.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/menubutton.h>
-#include <sstream>
 #include <unistd.h>
 
 namespace kelmo::testing {
@@ -24,21 +22,15 @@ const std::filesystem::path examples{KELMO_EXAMPLES_DIR};
 // their own), as a crash would; answers how many.
 int killWebProcesses() {
     const auto parentOf = [](pid_t pid) {
-        std::ifstream stat{"/proc/" + std::to_string(pid) + "/stat"};
-        std::string line;
-        std::getline(stat, line);
-        const auto close = line.rfind(')');
-        pid_t parent = 0;
-        if (close != std::string::npos)
-            std::istringstream{line.substr(close + 4)} >> parent; // after ") S "
-        return parent;
+        const auto stat = readFile("/proc/" + std::to_string(pid) + "/stat");
+        const auto close = stat.rfind(')');
+        return close == std::string::npos ? 0 : std::atoi(stat.c_str() + close + 4); // ") S "
     };
     int killed = 0;
     for (const auto& entry : std::filesystem::directory_iterator{"/proc"}) {
         const auto name = entry.path().filename().string();
-        if (name.find_first_not_of("0123456789") != std::string::npos)
-            continue;
-        if (readFile(entry.path() / "comm").rfind("WebKitWebProces", 0) != 0)
+        if (name.find_first_not_of("0123456789") != std::string::npos ||
+            readFile(entry.path() / "comm").rfind("WebKitWebProces", 0) != 0)
             continue;
         const pid_t pid = std::stoi(name);
         for (pid_t ancestor = parentOf(pid); ancestor > 1; ancestor = parentOf(ancestor))
@@ -50,9 +42,9 @@ int killWebProcesses() {
     return killed;
 }
 
-// Turns true once the widget is destroyed (addresses of destroyed widgets may be reused).
+// Turns true once the widget is destroyed.
 std::shared_ptr<bool> destroyed(Gtk::Widget& widget) {
-    auto gone = std::make_shared<bool>(false);
+    auto gone = std::make_shared<bool>(false); // addresses of destroyed widgets may be reused
     widget.signal_destroy().connect([gone] { *gone = true; });
     return gone;
 }
@@ -108,9 +100,16 @@ protected:
         return found.empty() ? nullptr : found.front();
     }
 
-    // The player's web view reaches this width once laid out.
-    bool webViewWidthBecomes(int width) {
-        return runMainLoopUntil([&] { return player->hostedWebView().get_width() == width; });
+    // The one widget of the player that has the style class.
+    Gtk::Widget& withClass(const std::string& name) {
+        return theOnly<Gtk::Widget>(
+            *player, [&](Gtk::Widget& widget) { return widget.has_css_class(name); });
+    }
+
+    bool pageSays(const std::string& script, const std::string& answer) {
+        return runMainLoopUntil(
+            [&] { return evaluateIn(player->hostedWebView().webView(), script) == answer; },
+            pageDeadline);
     }
 
     ArtifactDetailView* player = nullptr;
@@ -118,12 +117,10 @@ protected:
     sigc::connection stateChanged;
 };
 
-TEST_F(PlayerTest, APlayerStartsInDesktopFollowsTheFavouriteAndLeavingItStartsTheNextAfresh) {
+TEST_F(PlayerTest, ViewportsReloadTheFavouriteFollowsTheStoreAndLeavingStartsAfresh) {
     const auto counter = Artifact::from(examples / "counter.jsx");
     store->setSelectedArtifact(counter);
     showPlayer(counter);
-    EXPECT_FALSE(player->isLoading());
-    EXPECT_EQ(player->errorMessage(), std::nullopt);
     EXPECT_EQ(player->viewport(), ViewportMode::desktop);
     const Uuid firstToken = player->reloadToken();
     ASSERT_TRUE(loadAfter([] {}));
@@ -131,7 +128,6 @@ TEST_F(PlayerTest, APlayerStartsInDesktopFollowsTheFavouriteAndLeavingItStartsTh
 
     // Toggled elsewhere (a card, a row), the favourite button flips at once; a press
     // plays its pressed look before it acts.
-    EXPECT_NE(buttonWithTooltip("Add to Favorites"), nullptr);
     store->toggleFavorite(counter);
     EXPECT_EQ(buttonWithTooltip("Add to Favorites"), nullptr);
     ASSERT_NE(buttonWithTooltip("Remove from Favorites"), nullptr);
@@ -139,50 +135,37 @@ TEST_F(PlayerTest, APlayerStartsInDesktopFollowsTheFavouriteAndLeavingItStartsTh
     EXPECT_TRUE(runMainLoopUntil([&] { return !store->isFavorite(counter); }));
     EXPECT_NE(buttonWithTooltip("Add to Favorites"), nullptr);
 
+    // Every viewport press reloads, the mode shown too; only Desktop swaps the web view.
+    const auto widthBecomes = [&](auto accept) {
+        return runMainLoopUntil([&] { return accept(player->hostedWebView().get_width()); });
+    };
+    const auto desktopViewGone = destroyed(player->hostedWebView());
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::tablet); }));
+    EXPECT_TRUE(*desktopViewGone);
+    const auto deviceViewGone = destroyed(player->hostedWebView());
+    EXPECT_TRUE(widthBecomes([](int width) { return width == 768; }));
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::phone); }));
+    EXPECT_FALSE(*deviceViewGone);
+    EXPECT_TRUE(widthBecomes([](int width) { return width == 390; }));
+    const Uuid token = player->reloadToken();
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::phone); }));
+    EXPECT_NE(player->reloadToken(), token);
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::desktop); }));
+    EXPECT_TRUE(*deviceViewGone);
+    EXPECT_TRUE(widthBecomes([](int width) { return width > 768; }));
+
     ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::phone); }));
     player->activate_action("player.back");
     EXPECT_EQ(store->selectedArtifact(), std::nullopt);
-
     showPlayer(counter);
     EXPECT_EQ(player->viewport(), ViewportMode::desktop);
     EXPECT_NE(player->reloadToken(), firstToken);
     EXPECT_TRUE(loadAfter([] {}));
 }
 
-TEST_F(PlayerTest, EveryViewportPressReloadsAndOnlyDesktopSwapsTheWebView) {
-    showPlayer(Artifact::from(examples / "welcome.html"));
-    ASSERT_TRUE(loadAfter([] {}));
-    const auto desktopViewGone = destroyed(player->hostedWebView());
-
-    Uuid token = player->reloadToken();
-    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::tablet); }));
-    EXPECT_EQ(player->viewport(), ViewportMode::tablet);
-    EXPECT_NE(player->reloadToken(), token);
-    EXPECT_TRUE(*desktopViewGone);
-    const auto deviceViewGone = destroyed(player->hostedWebView());
-    EXPECT_TRUE(webViewWidthBecomes(768));
-
-    token = player->reloadToken();
-    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::phone); }));
-    EXPECT_NE(player->reloadToken(), token);
-    EXPECT_FALSE(*deviceViewGone);
-    EXPECT_TRUE(webViewWidthBecomes(390));
-
-    // The mode already shown reloads too.
-    token = player->reloadToken();
-    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::phone); }));
-    EXPECT_NE(player->reloadToken(), token);
-
-    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::desktop); }));
-    EXPECT_TRUE(*deviceViewGone);
-    EXPECT_TRUE(runMainLoopUntil([&] { return player->hostedWebView().get_width() > 768; }));
-}
-
-TEST_F(PlayerTest, AnErrorStaysThroughViewportChangesUntilReloadOrAnotherArtifact) {
-    const auto broken = root / "broken.jsx";
-    writeFile(broken, "export default () => <p>caf\xe9</p>;");
-    const auto artifact = Artifact::from(broken);
-    showPlayer(artifact);
+TEST_F(PlayerTest, AnErrorStaysUntilReloadOrAnotherArtifactAndACrashedPageSaysSo) {
+    writeFile(root / "broken.jsx", "export default () => <p>caf\xe9</p>;");
+    showPlayer(Artifact::from(root / "broken.jsx"));
     ASSERT_TRUE(loadAfter([] {}));
     ASSERT_EQ(player->errorMessage(), "Could not read file");
     EXPECT_NE(buttonWithTooltip("Back to Library"), nullptr);
@@ -190,7 +173,6 @@ TEST_F(PlayerTest, AnErrorStaysThroughViewportChangesUntilReloadOrAnotherArtifac
     ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::tablet); }));
     ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::phone); }));
     EXPECT_EQ(player->errorMessage(), "Could not read file");
-
     player->activate_action("player.reload");
     EXPECT_EQ(player->errorMessage(), std::nullopt);
     ASSERT_TRUE(loadAfter([] {}));
@@ -198,45 +180,32 @@ TEST_F(PlayerTest, AnErrorStaysThroughViewportChangesUntilReloadOrAnotherArtifac
 
     // Another artifact keeps the Phone window and its web view, and clears the error.
     const auto phoneViewGone = destroyed(player->hostedWebView());
-    const Uuid token = player->reloadToken();
     ASSERT_TRUE(loadAfter([&] { player->showArtifact(Artifact::from(examples / "counter.jsx")); }));
     EXPECT_EQ(player->errorMessage(), std::nullopt);
-    EXPECT_NE(player->reloadToken(), token);
     EXPECT_EQ(player->viewport(), ViewportMode::phone);
     EXPECT_FALSE(*phoneViewGone);
-    EXPECT_EQ(player->artifact().name, "counter");
-}
 
-TEST_F(PlayerTest, APageWhoseProcessDiesSaysSoAndReloadRunsItAgain) {
-    showPlayer(Artifact::from(examples / "counter.jsx"));
-    ASSERT_TRUE(loadAfter([] {}));
-    const auto overlays = findAll<Gtk::Widget>(
-        *player, [](Gtk::Widget& widget) { return widget.has_css_class("page-ended-overlay"); });
-    ASSERT_EQ(overlays.size(), 1U);
-    EXPECT_FALSE(overlays.front()->get_visible());
-
+    // A page whose process dies says so, and Reload runs it again.
+    Gtk::Widget& overlay = withClass("page-ended-overlay");
+    EXPECT_FALSE(overlay.get_visible());
     ASSERT_GT(killWebProcesses(), 0);
     ASSERT_TRUE(runMainLoopUntil([&] { return player->errorMessage().has_value(); }, pageDeadline));
     EXPECT_EQ(player->errorMessage(), "The artifact's page crashed");
-    EXPECT_TRUE(overlays.front()->get_visible());
-
-    const auto reload = findAll<Gtk::Button>(
-        *player, [](Gtk::Button& button) { return button.get_label() == "Reload"; });
-    ASSERT_EQ(reload.size(), 1U);
-    ASSERT_TRUE(loadAfter([&] { reload.front()->activate(); }));
-    EXPECT_FALSE(overlays.front()->get_visible());
+    EXPECT_TRUE(overlay.get_visible());
+    auto* reload = findButton(*player, "Reload");
+    ASSERT_NE(reload, nullptr);
+    ASSERT_TRUE(loadAfter([&] { reload->activate(); }));
+    EXPECT_FALSE(overlay.get_visible());
     EXPECT_EQ(player->errorMessage(), std::nullopt);
 }
 
 TEST_F(PlayerTest, ThePagesDialogsAreAnsweredOverThePlayerWhileItLoadsAndLeavingClosesThem) {
-    TemporaryDirectory folder;
-    writeFile(folder / "asks.html", R"(<p>asking</p><script>
+    writeFile(root / "asks.html", R"(<p>asking</p><script>
         window.answers = [confirm("Keep going?"), prompt("Your name?", "Ada"),
                           confirm("Really?")];
         alert("Done");
       </script>)");
-    const auto asks = Artifact::from(folder / "asks.html");
-    showPlayer(asks);
+    showPlayer(Artifact::from(root / "asks.html"));
     const auto openDialog = [&]() -> Gtk::Widget* {
         auto cards = findAll<Gtk::Widget>(*player, [](Gtk::Widget& widget) {
             return widget.has_css_class("script-dialog") && widget.get_mapped();
@@ -249,19 +218,15 @@ TEST_F(PlayerTest, ThePagesDialogsAreAnsweredOverThePlayerWhileItLoadsAndLeaving
         ASSERT_TRUE(runMainLoopUntil([&] { return openDialog() != nullptr; }, pageDeadline))
             << message;
         Gtk::Widget& card = *openDialog();
-        EXPECT_FALSE(findAll<Gtk::Label>(card, [&](Gtk::Label& label) {
-                         return label.get_text().raw() == message;
-                     }).empty());
+        EXPECT_TRUE(showsText(card, message));
         if (typed) {
-            auto fields = findAll<Gtk::Entry>(card);
-            ASSERT_EQ(fields.size(), 1U);
-            EXPECT_EQ(fields.front()->get_text().raw(), "Ada");
-            fields.front()->set_text(*typed);
+            auto& field = theOnly<Gtk::Entry>(card);
+            EXPECT_EQ(field.get_text().raw(), "Ada");
+            field.set_text(*typed);
         }
-        auto buttons = findAll<Gtk::Button>(
-            card, [&](Gtk::Button& candidate) { return candidate.get_label().raw() == button; });
-        ASSERT_EQ(buttons.size(), 1U);
-        buttons.front()->activate();
+        auto* pressed = findButton(card, button);
+        ASSERT_NE(pressed, nullptr) << button;
+        pressed->activate();
         ASSERT_TRUE(runMainLoopUntil([&] { return openDialog() == nullptr; }));
     };
     answer("Keep going?", "OK");
@@ -279,83 +244,66 @@ TEST_F(PlayerTest, ThePagesDialogsAreAnsweredOverThePlayerWhileItLoadsAndLeaving
     player->showArtifact(Artifact::from(examples / "counter.jsx"));
     EXPECT_EQ(openDialog(), nullptr);
     ASSERT_TRUE(runMainLoopUntil([&] { return !player->isLoading(); }, pageDeadline));
-    EXPECT_EQ(player->errorMessage(), std::nullopt);
-    // The page has loaded; its component renders right after.
-    EXPECT_TRUE(runMainLoopUntil([&] {
-        return evaluateIn(player->hostedWebView().webView(),
-                          "String(document.getElementById('count')?.textContent)") == "0";
-    }));
+    EXPECT_TRUE(pageSays("String(document.getElementById('count')?.textContent)", "0"));
 }
 
 TEST_F(PlayerTest, APackageKelmoLacksIsOfferedForDownloadAndAFailureSaysWhy) {
-    TemporaryDirectory folder;
-    writeFile(folder / "imports.jsx", "import pad from 'left-pad-for-kelmo-tests';\n"
-                                      "export default () => <p>{pad('1', 3)}</p>;\n");
-    showPlayer(Artifact::from(folder / "imports.jsx"));
-    const auto offers = findAll<Gtk::Widget>(
-        *player, [](Gtk::Widget& widget) { return widget.has_css_class("package-offer"); });
-    ASSERT_EQ(offers.size(), 1U);
-    ASSERT_TRUE(runMainLoopUntil([&] { return offers.front()->get_visible(); }, pageDeadline));
+    writeFile(root / "imports.jsx", "import pad from 'left-pad-for-kelmo-tests';\n"
+                                    "export default () => <p>{pad('1', 3)}</p>;\n");
+    showPlayer(Artifact::from(root / "imports.jsx"));
+    Gtk::Widget& offer = withClass("package-offer");
+    ASSERT_TRUE(runMainLoopUntil([&] { return offer.get_visible(); }, pageDeadline));
     const auto said = [&](const std::string& text) {
-        return !findAll<Gtk::Label>(*offers.front(), [&](Gtk::Label& label) {
+        return !findAll<Gtk::Label>(offer, [&](Gtk::Label& label) {
                     return label.get_text().raw().find(text) != std::string::npos;
                 }).empty();
     };
     EXPECT_TRUE(said("\u201cleft-pad-for-kelmo-tests\u201d, which Kelmo does not have"));
 
-    // Without npm the download cannot start, and the offer says so.
     const std::string path = g_getenv("PATH");
     g_setenv("PATH", "/nonexistent", TRUE);
-    auto buttons = findAll<Gtk::Button>(*offers.front());
-    ASSERT_EQ(buttons.size(), 1U);
-    buttons.front()->activate();
+    auto& download = theOnly<Gtk::Button>(offer);
+    download.activate();
     EXPECT_TRUE(runMainLoopUntil([&] { return said("npm was not found"); }));
     g_setenv("PATH", path.c_str(), TRUE);
-    EXPECT_EQ(buttons.front()->get_label(), "Try Again");
+    EXPECT_EQ(download.get_label(), "Try Again");
 
     ASSERT_TRUE(loadAfter([&] { player->showArtifact(Artifact::from(examples / "counter.jsx")); }));
-    EXPECT_FALSE(offers.front()->get_visible()) << "another artifact has no offer";
+    EXPECT_FALSE(offer.get_visible()) << "another artifact has no offer";
 }
 
 // Saved in an editor, the running file runs again as it now is, in the same device
 // width, with a word that it happened; the same bytes written again change nothing.
 TEST_F(PlayerTest, TheRunningArtifactRunsAgainWhenItsFilesChangeOnDisk) {
-    TemporaryDirectory folder;
+    const auto live = root / "live.jsx";
     const auto component = [](const std::string& text) {
         return "export default () => <p id=\"text\">" + text + "</p>;\n";
-    };
-    writeFile(folder / "live.jsx", component("one"));
-    showPlayer(Artifact::from(folder / "live.jsx"));
-    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::tablet); }));
-    const auto pageSays = [&](const std::string& script, const std::string& answer) {
-        return runMainLoopUntil(
-            [&] { return evaluateIn(player->hostedWebView().webView(), script) == answer; },
-            pageDeadline);
     };
     const auto shows = [&](const std::string& text) {
         return pageSays("String(document.getElementById('text')?.textContent)", text);
     };
+    writeFile(live, component("one"));
+    showPlayer(Artifact::from(live));
+    ASSERT_TRUE(loadAfter([&] { pickViewport(ViewportMode::tablet); }));
     ASSERT_TRUE(shows("one"));
-    const auto notices = findAll<Gtk::Label>(
-        *player, [](Gtk::Label& label) { return label.has_css_class("disk-notice"); });
-    ASSERT_EQ(notices.size(), 1U);
-    EXPECT_FALSE(notices.front()->get_visible());
+    Gtk::Widget& notice = withClass("disk-notice");
+    EXPECT_FALSE(notice.get_visible());
 
-    writeFile(folder / "live.jsx", component("two")); // in place
+    writeFile(live, component("two")); // in place
     EXPECT_TRUE(shows("two"));
     EXPECT_EQ(player->viewport(), ViewportMode::tablet);
-    EXPECT_TRUE(notices.front()->get_visible());
-    Glib::file_set_contents((folder / "live.jsx").string(), component("three")); // by rename
+    EXPECT_TRUE(notice.get_visible());
+    Glib::file_set_contents(live.string(), component("three")); // by rename
     EXPECT_TRUE(shows("three"));
 
     const int loads = loadsStarted;
-    writeFile(folder / "live.jsx", component("three"));
+    writeFile(live, component("three"));
     runMainLoopUntil([] { return false; }, std::chrono::milliseconds{400});
     EXPECT_EQ(loadsStarted, loads) << "the same content again";
 
     // A version that does not compile shows its error and nothing of the one before;
     // dismissed, the error leaves a way back to it.
-    writeFile(folder / "live.jsx", "export default () => <p>;\n");
+    writeFile(live, "export default () => <p>;\n");
     EXPECT_TRUE(pageSays("document.getElementById('kelmo-error') !== null && "
                          "document.getElementById('text') === null",
                          "true"));
@@ -366,11 +314,11 @@ TEST_F(PlayerTest, TheRunningArtifactRunsAgainWhenItsFilesChangeOnDisk) {
                          "true"));
 
     // An HTML page also runs again when a file it loaded from its folder changes.
-    writeFile(folder / "page.html", "<p id=\"text\"></p><script src=\"app.js\"></script>");
-    writeFile(folder / "app.js", "document.getElementById('text').textContent = 'four';");
-    ASSERT_TRUE(loadAfter([&] { player->showArtifact(Artifact::from(folder / "page.html")); }));
+    writeFile(root / "page.html", "<p id=\"text\"></p><script src=\"app.js\"></script>");
+    writeFile(root / "app.js", "document.getElementById('text').textContent = 'four';");
+    ASSERT_TRUE(loadAfter([&] { player->showArtifact(Artifact::from(root / "page.html")); }));
     ASSERT_TRUE(shows("four"));
-    writeFile(folder / "app.js", "document.getElementById('text').textContent = 'five';");
+    writeFile(root / "app.js", "document.getElementById('text').textContent = 'five';");
     EXPECT_TRUE(shows("five"));
 }
 
@@ -383,23 +331,18 @@ TEST_F(PlayerTest, AFileThatArrivesWhileAnotherPlaysIsOfferedNotOpened) {
     ASSERT_TRUE(store->selectedArtifact().has_value());
     showPlayer(*store->selectedArtifact());
     ASSERT_TRUE(loadAfter([] {}));
-    const auto notices = findAll<Gtk::Box>(
-        *player, [](Gtk::Box& box) { return box.has_css_class("arrival-notice"); });
-    ASSERT_EQ(notices.size(), 1U);
+    Gtk::Widget& notice = withClass("arrival-notice");
 
     writeFile(folder / "report.html.part", "<p>report</p>");
     std::filesystem::rename(folder / "report.html.part", folder / "report.html");
-    ASSERT_TRUE(runMainLoopUntil([&] { return notices.front()->get_visible(); }));
+    ASSERT_TRUE(runMainLoopUntil([&] { return notice.get_visible(); }));
     EXPECT_EQ(store->selectedArtifact()->name, "first");
-    EXPECT_FALSE(findAll<Gtk::Label>(*notices.front(), [](Gtk::Label& label) {
-                     return label.get_text() == "report.html \u2014";
-                 }).empty());
-    auto open = findAll<Gtk::Button>(
-        *notices.front(), [](Gtk::Button& button) { return button.get_label() == "Open"; });
-    ASSERT_EQ(open.size(), 1U);
-    open.front()->activate();
+    EXPECT_TRUE(showsText(notice, "report.html \u2014"));
+    auto* open = findButton(notice, "Open");
+    ASSERT_NE(open, nullptr);
+    open->activate();
     EXPECT_TRUE(runMainLoopUntil([&] { return store->selectedArtifact()->name == "report"; }));
-    EXPECT_FALSE(notices.front()->get_visible());
+    EXPECT_FALSE(notice.get_visible());
 }
 
 // The Share menu writes where the user chose: one HTML file for a component (a page
@@ -415,14 +358,10 @@ TEST_F(PlayerTest, ShareExportsTheComponentAsOneFileAndSavesAPictureOfThePage) {
         chosen(folder / name);
     });
     const auto menuLabels = [&] {
-        auto menus = findAll<Gtk::MenuButton>(*player);
         std::vector<std::string> labels;
-        const auto model = menus.at(0)->get_menu_model();
-        for (int item = 0; item < model->get_n_items(); ++item)
-            labels.push_back(Glib::VariantBase::cast_dynamic<Glib::Variant<Glib::ustring>>(
-                                 model->get_item_attribute(item, Gio::MenuModel::Attribute::LABEL,
-                                                           Glib::VARIANT_TYPE_STRING))
-                                 .get());
+        for (const auto& item :
+             menuItems(findAll<Gtk::MenuButton>(*player).at(0)->get_menu_model()->gobj()))
+            labels.push_back(item.label);
         return labels;
     };
     EXPECT_EQ(menuLabels(),
@@ -448,34 +387,30 @@ TEST_F(PlayerTest, ShareExportsTheComponentAsOneFileAndSavesAPictureOfThePage) {
 // Once an artifact has run, its card and its row show a picture of its first screen; a
 // file that changed has none until it runs again.
 TEST_F(PlayerTest, AnArtifactThatHasRunShowsItsFirstScreenOnItsCardAndRow) {
-    TemporaryDirectory folder;
-    writeFile(folder / "card.html", "<body style='background: rgb(200, 30, 90)'>card</body>");
+    const auto file = root / "card.html";
+    writeFile(file, "<body style='background: rgb(200, 30, 90)'>card</body>");
     Gtk::Window library;
     auto& views = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 0);
-    auto& card = *Gtk::make_managed<ArtifactCardView>(*store, Artifact::from(folder / "card.html"));
-    auto& row = *Gtk::make_managed<ArtifactRowView>(*store, Artifact::from(folder / "card.html"));
+    auto& card = *Gtk::make_managed<ArtifactCardView>(*store, Artifact::from(file));
+    auto& row = *Gtk::make_managed<ArtifactRowView>(*store, Artifact::from(file));
     views.append(card);
     views.append(row);
     library.set_child(views);
-    const auto thumbnails = findAll<CardThumbnail>(card);
+    auto& thumbnail = theOnly<CardThumbnail>(card);
     EXPECT_FALSE(row.hasPicture());
-    ASSERT_EQ(thumbnails.size(), 1U);
-    EXPECT_FALSE(thumbnails.front()->hasPicture());
+    EXPECT_FALSE(thumbnail.hasPicture());
 
-    showPlayer(Artifact::from(folder / "card.html"));
+    showPlayer(Artifact::from(file));
     ASSERT_TRUE(loadAfter([] {}));
-    EXPECT_TRUE(runMainLoopUntil([&] { return thumbnails.front()->hasPicture(); }, pageDeadline));
+    EXPECT_TRUE(runMainLoopUntil([&] { return thumbnail.hasPicture(); }, pageDeadline));
     EXPECT_TRUE(row.hasPicture());
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator{CardPictures::shared().folder()},
-                            std::filesystem::directory_iterator{}),
-              1);
 
     ASSERT_TRUE(
         loadAfter([&] { player->showArtifact(Artifact::from(examples / "welcome.html")); }));
-    writeFile(folder / "card.html", "<body>changed</body>");
-    card.show(Artifact::from(folder / "card.html"));
+    writeFile(file, "<body>changed</body>");
+    card.show(Artifact::from(file));
     runMainLoopUntil([] { return false; }, std::chrono::milliseconds{300});
-    EXPECT_FALSE(thumbnails.front()->hasPicture());
+    EXPECT_FALSE(thumbnail.hasPicture());
 }
 
 } // namespace

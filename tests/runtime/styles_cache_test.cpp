@@ -16,7 +16,7 @@ protected:
     StylesCache cache{folder / "styles", "styler-1", 3};
 };
 
-TEST_F(StylesCacheTest, KeysFollowBothTheSourceAndTheStyler) {
+TEST_F(StylesCacheTest, KeysFollowTheSourceAndTheStylerWhoseFingerprintFollowsTheBundle) {
     const auto key = cache.keyFor("export default () => <p/>;");
     EXPECT_EQ(key.size(), 64u);
     EXPECT_EQ(cache.keyFor("export default () => <p/>;"), key);
@@ -25,6 +25,16 @@ TEST_F(StylesCacheTest, KeysFollowBothTheSourceAndTheStyler) {
     // The fingerprint and the source cannot trade characters and meet.
     EXPECT_NE(StylesCache(folder / "styles", "ab").keyFor("c"),
               StylesCache(folder / "styles", "a").keyFor("bc"));
+
+    const auto bundle = folder / "resources" / "kelmo-tailwind.js";
+    ResourceLocator locator{folder / "resources"};
+    EXPECT_EQ(StylesCache::fingerprintOf(locator), "");
+    writeFile(bundle, "tailwind 1");
+    const auto first = StylesCache::fingerprintOf(locator);
+    EXPECT_FALSE(first.empty());
+    EXPECT_EQ(StylesCache::fingerprintOf(locator), first);
+    writeFile(bundle, "tailwind 22");
+    EXPECT_NE(StylesCache::fingerprintOf(locator), first);
 }
 
 TEST_F(StylesCacheTest, StoredRulesAreFoundOnlyUnderTheirOwnKeyAndUnusableOnesNotAtAll) {
@@ -40,7 +50,6 @@ TEST_F(StylesCacheTest, StoredRulesAreFoundOnlyUnderTheirOwnKeyAndUnusableOnesNo
     EXPECT_EQ(cache.lookup("../escape"), std::nullopt);
     EXPECT_FALSE(std::filesystem::exists(folder / "escape.css"));
 
-    // Unusable entries find nothing.
     writeFile(folder / "styles" / (key + ".css"), "\xff\xfe not text");
     EXPECT_EQ(cache.lookup(key), std::nullopt);
 
@@ -55,37 +64,22 @@ TEST_F(StylesCacheTest, StoredRulesAreFoundOnlyUnderTheirOwnKeyAndUnusableOnesNo
 }
 
 TEST_F(StylesCacheTest, BeyondItsLimitTheLeastRecentlyUsedEntriesGo) {
-    using namespace std::chrono_literals;
     const auto now = std::filesystem::file_time_type::clock::now();
     std::vector<std::string> keys;
     for (const char* source : {"1", "2", "3"}) {
         keys.push_back(cache.keyFor(source));
         cache.store(keys.back(), source);
     }
-    // Entry 1 is the oldest written but the most recently used.
-    std::filesystem::last_write_time(folder / "styles" / (keys[0] + ".css"), now - 3h);
-    std::filesystem::last_write_time(folder / "styles" / (keys[1] + ".css"), now - 2h);
-    std::filesystem::last_write_time(folder / "styles" / (keys[2] + ".css"), now - 1h);
-    EXPECT_EQ(cache.lookup(keys[0]), "1");
+    for (int entry = 0; entry < 3; ++entry)
+        std::filesystem::last_write_time(folder / "styles" / (keys[entry] + ".css"),
+                                         now - std::chrono::hours{3 - entry});
+    EXPECT_EQ(cache.lookup(keys[0]), "1") << "the oldest written, now the most recently used";
 
     cache.store(cache.keyFor("4"), "4");
     EXPECT_EQ(cache.lookup(keys[1]), std::nullopt);
     EXPECT_EQ(cache.lookup(keys[0]), "1");
     EXPECT_EQ(cache.lookup(keys[2]), "3");
     EXPECT_EQ(cache.lookup(cache.keyFor("4")), "4");
-}
-
-TEST_F(StylesCacheTest, TheFingerprintChangesWithTheTailwindBundle) {
-    const auto resources = folder / "resources";
-    ResourceLocator locator{resources};
-    EXPECT_EQ(StylesCache::fingerprintOf(locator), "");
-    writeFile(resources / "kelmo-tailwind.js", "tailwind 1");
-    const auto first = StylesCache::fingerprintOf(locator);
-    EXPECT_FALSE(first.empty());
-    EXPECT_EQ(StylesCache::fingerprintOf(locator), first);
-
-    writeFile(resources / "kelmo-tailwind.js", "tailwind 22");
-    EXPECT_NE(StylesCache::fingerprintOf(locator), first);
 }
 
 } // namespace
