@@ -180,9 +180,10 @@ TEST_F(DuskwellAppTest, KeysSearchListTheShortcutsCloseTheFocusedWindowAndPageTh
     for (auto* shortcut : findAll<Gtk::ShortcutsShortcut>(*shortcuts))
         listed.insert(shortcut->property_accelerator().get_value());
     EXPECT_TRUE(listed.contains("<Control>r") && listed.contains("<Control>o"));
-    for (const auto& accelerator : listed)
+    for (const auto& accelerator : listed) {
         if (accelerator != "<Control>r")
             EXPECT_FALSE(app->get_actions_for_accel(accelerator).empty()) << accelerator;
+    }
 
     // Ctrl+W closes the window it is typed in.
     const auto closesOnCtrlW = [](Gtk::Window& window) {
