@@ -181,8 +181,9 @@ TEST_F(DuskwellAppTest, KeysSearchListTheShortcutsCloseTheFocusedWindowAndPageTh
         listed.insert(shortcut->property_accelerator().get_value());
     EXPECT_TRUE(listed.contains("<Control>r") && listed.contains("<Control>o"));
     for (const auto& accelerator : listed) {
-        if (accelerator != "<Control>r")
-            EXPECT_FALSE(app->get_actions_for_accel(accelerator).empty()) << accelerator;
+        if (accelerator == "<Control>r")
+            continue; // the player's own, bound while it shows
+        EXPECT_FALSE(app->get_actions_for_accel(accelerator).empty()) << accelerator;
     }
 
     // Ctrl+W closes the window it is typed in.
